@@ -1,0 +1,1 @@
+// The precompiled header needs a translation unit to hang on.
