@@ -1,0 +1,56 @@
+#include "platform/TerminationSignals.h"
+
+#include <QSocketNotifier>
+
+#include <csignal>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+namespace velq
+{
+
+namespace
+{
+
+sigset_t endingSignals()
+{
+    sigset_t set;
+    sigemptyset(&set);
+    sigaddset(&set, SIGTERM);
+    sigaddset(&set, SIGINT);
+    sigaddset(&set, SIGHUP);
+    return set;
+}
+
+} // namespace
+
+TerminationSignals::TerminationSignals(QObject *parent)
+    : QObject(parent)
+{
+    const sigset_t set = endingSignals();
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+    m_descriptor = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
+    if (m_descriptor < 0) {
+        // Better ended abruptly than not at all.
+        pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+        return;
+    }
+    m_notifier = std::make_unique<QSocketNotifier>(m_descriptor, QSocketNotifier::Read);
+    connect(m_notifier.get(), &QSocketNotifier::activated, this, &TerminationSignals::onReadable);
+}
+
+TerminationSignals::~TerminationSignals()
+{
+    m_notifier.reset();
+    if (m_descriptor >= 0)
+        close(m_descriptor);
+}
+
+void TerminationSignals::onReadable()
+{
+    signalfd_siginfo information{};
+    if (read(m_descriptor, &information, sizeof information) == sizeof information)
+        Q_EMIT received();
+}
+
+} // namespace velq
