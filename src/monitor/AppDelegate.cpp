@@ -1,0 +1,150 @@
+#include "monitor/AppDelegate.h"
+
+#include "common/NotificationCenter.h"
+#include "common/Reachability.h"
+#include "devices/WifiDeviceScanner.h"
+#include "monitor/MenuInterface.h"
+#include "monitor/StatusItem.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/ResumeMonitor.h"
+
+#include <QCoreApplication>
+
+namespace velq
+{
+
+namespace
+{
+
+using namespace std::chrono_literals;
+
+constexpr QLatin1String normalIcon("statusItemIconNormal");
+constexpr QLatin1String greenIcon("statusItemIconGreen");
+constexpr QLatin1String redIcon("statusItemIconRed");
+
+} // namespace
+
+AppDelegate::AppDelegate(const Surroundings &surroundings)
+    : m_surroundings(surroundings)
+{
+}
+
+AppDelegate::~AppDelegate()
+{
+    NotificationCenter::defaultCenter().removeObserver(this);
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    m_scanner = WifiDeviceScanner::create(m_surroundings.userNotifications);
+    m_scanner->monitor();
+    addStatusItem();
+    monitorStatus();
+    observeMonitorStart();
+    startMonitorTimer();
+    probeOnChanges();
+}
+
+void AppDelegate::applicationWillTerminate()
+{
+}
+
+void AppDelegate::addStatusItem()
+{
+    if (_isHasIcon)
+        return;
+    _menuBarItem = m_surroundings.statusBar.statusItemWithLength(StatusBar::variableLength);
+    _menuBarItem->setView(m_imageView);
+    const auto normal = Image::imageNamed(normalIcon);
+    if (normal != nullptr && osVersionAfter10_9())
+        normal->setTemplate(true);
+    m_menButton->setMenu(m_mainMenu);
+    m_statusImage->setImage(Image::imageNamed(greenIcon));
+    _isHasIcon = true;
+}
+
+bool AppDelegate::osVersionAfter10_9() const
+{
+    const SystemVersion &version = m_surroundings.systemVersion;
+    return version.majorVersion > 10 || version.minorVersion > 9;
+}
+
+void AppDelegate::monitorStatus()
+{
+    if (MenuInterface::networkConnect()) {
+        m_fixMenuItem->setAction({});
+        m_fixMenuItem->setTarget(nullptr);
+        showState(greenIcon, tr("Connected to the network"));
+    } else {
+        m_fixMenuItem->setTarget(this);
+        m_fixMenuItem->setAction("onFixIssue");
+        showState(redIcon, tr("No network connection"));
+    }
+}
+
+void AppDelegate::showState(const QString &imageName, const QString &words)
+{
+    m_statusImage->setImage(Image::imageNamed(imageName));
+    if (m_stateMenuItem != nullptr)
+        m_stateMenuItem->setTitle(words);
+    if (_menuBarItem != nullptr)
+        _menuBarItem->setText(words);
+}
+
+void AppDelegate::monitor(const QString &object)
+{
+    if (object == QLatin1String("YES"))
+        m_scanner->monitor();
+    else
+        m_scanner->stopMonitor();
+}
+
+void AppDelegate::onFixIssue(QObject *)
+{
+    monitorStatus();
+}
+
+void AppDelegate::openMainApp(QObject *)
+{
+}
+
+void AppDelegate::onQuit(QObject *)
+{
+    QCoreApplication::quit();
+}
+
+void AppDelegate::observeMonitorStart()
+{
+    connect(&m_surroundings.distributedNotifications, &DistributedNotificationCenter::posted, this,
+            [this](const QString &name, const QString &object) {
+                if (name == QLatin1String("MonitorStart"))
+                    monitor(object);
+            });
+}
+
+void AppDelegate::startMonitorTimer()
+{
+    m_monitorTimer = RunLoopTimer::scheduled(2s, this, [this] { monitorStatus(); });
+}
+
+// The timer alone would show a pulled plug up to two seconds late.
+void AppDelegate::probeOnChanges()
+{
+    m_internet = Reachability::reachabilityForInternetConnection();
+    NotificationCenter::defaultCenter().addObserver(this, kNetworkReachabilityChangedNotification,
+                                                    m_internet.get(),
+                                                    [this](QObject *) { probeUnlessRepairing(); });
+    if (m_internet != nullptr)
+        m_internet->startNotifer();
+    m_resume = std::make_unique<ResumeMonitor>();
+    connect(m_resume.get(), &ResumeMonitor::resumed, this, &AppDelegate::probeUnlessRepairing);
+}
+
+// A repair runs as long as there is no timer, and then the icon is the animation's.
+void AppDelegate::probeUnlessRepairing()
+{
+    if (!m_monitorTimer.isNull())
+        monitorStatus();
+}
+
+} // namespace velq

@@ -1,0 +1,11 @@
+#include "monitor/CustomeButton.h"
+
+namespace velq
+{
+
+void CustomeButton::rightMouseDown()
+{
+    popUpAtMouse();
+}
+
+} // namespace velq
