@@ -17,6 +17,8 @@ public:
     /// Fills the delegate's outlets and binds the entries to its actions.
     void connectOutlets(AppDelegate &delegate);
 
+    Menu &menu() { return m_menu; }
+
 private:
     StatusItemView m_view;
     Menu m_menu;

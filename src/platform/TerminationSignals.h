@@ -18,6 +18,10 @@ class TerminationSignals : public QObject
     Q_OBJECT
 
 public:
+    /// Keeps the signals from ending the process; until one of these objects exists, they wait.
+    /// First thing on the main thread: only threads started later inherit it.
+    static void block();
+
     explicit TerminationSignals(QObject *parent = nullptr);
     ~TerminationSignals() override;
 

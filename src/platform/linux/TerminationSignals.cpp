@@ -12,23 +12,35 @@ namespace velq
 namespace
 {
 
+bool isIgnored(int signal)
+{
+    struct sigaction action = {};
+    return sigaction(signal, nullptr, &action) == 0 && action.sa_handler == SIG_IGN;
+}
+
 sigset_t endingSignals()
 {
     sigset_t set;
     sigemptyset(&set);
     sigaddset(&set, SIGTERM);
     sigaddset(&set, SIGINT);
-    sigaddset(&set, SIGHUP);
+    if (!isIgnored(SIGHUP))
+        sigaddset(&set, SIGHUP);
     return set;
 }
 
 } // namespace
 
+void TerminationSignals::block()
+{
+    const sigset_t set = endingSignals();
+    pthread_sigmask(SIG_BLOCK, &set, nullptr);
+}
+
 TerminationSignals::TerminationSignals(QObject *parent)
     : QObject(parent)
 {
     const sigset_t set = endingSignals();
-    pthread_sigmask(SIG_BLOCK, &set, nullptr);
     m_descriptor = signalfd(-1, &set, SFD_CLOEXEC | SFD_NONBLOCK);
     if (m_descriptor < 0) {
         // Better ended abruptly than not at all.

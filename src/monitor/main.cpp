@@ -1,0 +1,112 @@
+#include "common/GlobalQueue.h"
+#include "monitor/AppDelegate.h"
+#include "monitor/MainInterface.h"
+#include "monitor/MonitorOptions.h"
+#include "monitor/console/ConsoleKeyboard.h"
+#include "monitor/console/ConsoleNotificationCenter.h"
+#include "monitor/console/ConsoleStatusBar.h"
+#include "platform/Bundle.h"
+#include "platform/Display.h"
+#include "platform/DistributedNotificationCenter.h"
+#include "platform/SingleInstance.h"
+#include "platform/TerminationSignals.h"
+#include "platform/ToolPath.h"
+
+#include <QCoreApplication>
+
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+
+namespace
+{
+
+using namespace velq;
+using Request = MonitorOptions::Request;
+
+constexpr int wrongUse = 2;
+
+void print(FILE *stream, const QString &text)
+{
+    const QByteArray bytes = text.toLocal8Bit();
+    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+}
+
+// What a library has to complain about is no concern of the person in front of the screen.
+void dropLibraryMessages(QtMsgType, const QMessageLogContext &, const QString &)
+{
+}
+
+// Runs until somebody quits; the return value is the exit status.
+int runDelegate(MainInterface &interface, StatusBar &statusBar,
+                UserNotificationCenter &notifications)
+{
+    DistributedNotificationCenter distributed;
+    AppDelegate delegate({statusBar, notifications, distributed});
+    interface.connectOutlets(delegate);
+    const TerminationSignals signals;
+    QObject::connect(&signals, &TerminationSignals::received, &QCoreApplication::quit);
+    delegate.applicationDidFinishLaunching();
+    const int status = QCoreApplication::exec();
+    delegate.applicationWillTerminate();
+    return status;
+}
+
+int runInConsole()
+{
+    ConsoleOutput output;
+    QObject::connect(&output, &ConsoleOutput::failed, &QCoreApplication::quit);
+    MainInterface interface;
+    const ConsoleKeyboard keyboard(interface.menu(), output);
+    ConsoleStatusBar statusBar(output);
+    ConsoleNotificationCenter notifications(output);
+    return runDelegate(interface, statusBar, notifications);
+}
+
+int runOnce(int (*run)())
+{
+    SingleInstance instance;
+    if (instance.claim(QStringLiteral("com.zelmor.Monitor")))
+        return run();
+    print(stderr, QStringLiteral("velq-monitor: the monitor is already running in this session\n"));
+    return EXIT_SUCCESS;
+}
+
+int start(int &argc, char **argv)
+{
+    qInstallMessageHandler(dropLibraryMessages);
+    (void)std::signal(SIGPIPE, SIG_IGN);
+    TerminationSignals::block();
+    ToolPath::addHelpersToEnvironment(Bundle::mainBundle().helperPath());
+    const QCoreApplication application(argc, argv);
+    const int status = runOnce(runInConsole);
+    // A command that hangs must not keep the program from ending.
+    if (!GlobalQueue::isIdle())
+        std::_Exit(status);
+    return status;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    QStringList arguments;
+    for (int i = 1; i < argc; ++i)
+        arguments.append(QString::fromLocal8Bit(argv[i]));
+    const MonitorOptions options = MonitorOptions::parse(arguments);
+    switch (options.request) {
+    case Request::ShowHelp:
+        print(stdout, MonitorOptions::help());
+        return EXIT_SUCCESS;
+    case Request::ShowVersion:
+        print(stdout, QStringLiteral("velq-monitor " VELQ_VERSION "\n"));
+        return EXIT_SUCCESS;
+    case Request::Refuse:
+        print(stderr,
+              QStringLiteral("velq-monitor: unknown argument '%1'\n%2\n")
+                  .arg(options.unknown, MonitorOptions::usage()));
+        return wrongUse;
+    default:
+        return start(argc, argv);
+    }
+}
