@@ -29,7 +29,7 @@ constexpr int wrongUse = 2;
 void print(FILE *stream, const QString &text)
 {
     const QByteArray bytes = text.toLocal8Bit();
-    std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
+    (void)std::fwrite(bytes.constData(), 1, static_cast<size_t>(bytes.size()), stream);
 }
 
 // What a library has to complain about is no concern of the person in front of the screen.

@@ -1,5 +1,7 @@
 #include "platform/SystemVersion.h"
 
+#include <QStringList>
+
 namespace velq
 {
 

@@ -112,8 +112,8 @@ void AddressTarget::look()
     onFlags(getFlags());
 }
 
-NameTarget::NameTarget(const QString &name)
-    : m_name(name)
+NameTarget::NameTarget(QString name)
+    : m_name(std::move(name))
 {
 }
 

@@ -58,7 +58,7 @@ class NameTarget : public ReachabilityTarget
     Q_OBJECT
 
 public:
-    explicit NameTarget(const QString &name);
+    explicit NameTarget(QString name);
     Flags getFlags() override;
 
 protected:

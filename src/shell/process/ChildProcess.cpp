@@ -125,7 +125,7 @@ ChildProcess::Event ChildProcess::waitForEvent()
     return (watched[0].revents & POLLIN) != 0 ? Event::Output : Event::Exit;
 }
 
-std::string ChildProcess::readAvailable()
+std::string ChildProcess::readAvailable() const
 {
     std::string bytes(pipeCapacity, '\0');
     ssize_t count = 0;
@@ -136,7 +136,7 @@ std::string ChildProcess::readAvailable()
     return bytes;
 }
 
-std::string ChildProcess::readToEnd()
+std::string ChildProcess::readToEnd() const
 {
     std::string all;
     for (std::string part = readAvailable(); !part.empty(); part = readAvailable())

@@ -44,10 +44,10 @@ public:
 
     /// One read of what the pipe holds at that moment, 64 KiB at most; waits while it is empty and
     /// somebody has the writing end open. Empty at its end.
-    std::string readAvailable();
+    std::string readAvailable() const;
 
     /// Reads until nobody has the writing end open any more.
-    std::string readToEnd();
+    std::string readToEnd() const;
 
 private:
     void closeOutput();

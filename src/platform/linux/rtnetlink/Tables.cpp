@@ -75,7 +75,7 @@ Address viaFrom(const nlattr *attribute)
 // Attributes of one message, or of one nested attribute, each handed to `use` with its type.
 template <typename Use> void eachAttribute(const void *from, size_t length, Use use)
 {
-    auto *attribute = static_cast<const nlattr *>(from);
+    const auto *attribute = static_cast<const nlattr *>(from);
     auto left = static_cast<int>(length);
     while (mnl_attr_ok(attribute, left)) {
         use(mnl_attr_get_type(attribute), attribute);
