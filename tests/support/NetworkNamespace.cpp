@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fstream>
@@ -48,6 +49,14 @@ void ip(const std::string &arguments)
 {
     const std::string line = "ip " + arguments;
     ASSERT_EQ(std::system(line.c_str()), 0) << line;
+}
+
+void ipBatch(const std::string &lines)
+{
+    FILE *batch = popen("ip -batch -", "we");
+    ASSERT_NE(batch, nullptr);
+    EXPECT_EQ(std::fwrite(lines.data(), 1, lines.size(), batch), lines.size());
+    EXPECT_EQ(pclose(batch), 0);
 }
 
 } // namespace velq::testing

@@ -15,6 +15,9 @@ std::string enterNetworkNamespace();
 /// Runs `ip` with these arguments (through the shell); fails the running test when it fails.
 void ip(const std::string &arguments);
 
+/// Runs a list of `ip` command lines, one a line and without the word itself, in one process.
+void ipBatch(const std::string &lines);
+
 } // namespace velq::testing
 
 /// Skips the test with the reason where the kernel gives no namespace; a machine with CI set must

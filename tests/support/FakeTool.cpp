@@ -1,0 +1,49 @@
+#include "support/FakeTool.h"
+
+#include <QFile>
+
+namespace velq::testing {
+
+FakeTools::FakeTools()
+    : m_path(qgetenv("PATH"))
+{
+    qputenv("PATH", m_folder.path().toLocal8Bit() + ':' + m_path);
+}
+
+FakeTools::~FakeTools()
+{
+    qputenv("PATH", m_path);
+}
+
+void FakeTools::add(const QString &name, const QByteArray &script)
+{
+    QFile file(path(name));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot write a fake tool");
+    file.write("#!/bin/sh\n" + script + '\n');
+    file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+void FakeTools::addPrinting(const QString &name, const QByteArray &output)
+{
+    const QString text = name + QStringLiteral(".output");
+    QFile file(path(text));
+    if (!file.open(QIODevice::WriteOnly))
+        qFatal("cannot write a fake tool's output");
+    file.write(output);
+    add(name, "echo \"$(basename \"$0\") $*\" >> '" + path(QStringLiteral("log")).toLocal8Bit()
+            + "'; exec cat '" + path(text).toLocal8Bit() + "'");
+}
+
+QString FakeTools::path(const QString &name) const
+{
+    return m_folder.filePath(name);
+}
+
+QByteArray FakeTools::log() const
+{
+    QFile file(path(QStringLiteral("log")));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace velq::testing
