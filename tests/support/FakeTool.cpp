@@ -2,7 +2,8 @@
 
 #include <QFile>
 
-namespace velq::testing {
+namespace velq::testing
+{
 
 FakeTools::FakeTools()
     : m_path(qgetenv("PATH"))
@@ -31,7 +32,8 @@ void FakeTools::addPrinting(const QString &name, const QByteArray &output)
     if (!file.open(QIODevice::WriteOnly))
         qFatal("cannot write a fake tool's output");
     file.write(output);
-    add(name, "echo \"$(basename \"$0\") $*\" >> '" + path(QStringLiteral("log")).toLocal8Bit()
+    add(name,
+        "echo \"$(basename \"$0\") $*\" >> '" + path(QStringLiteral("log")).toLocal8Bit()
             + "'; exec cat '" + path(text).toLocal8Bit() + "'");
 }
 

@@ -4,10 +4,11 @@
 #include <QString>
 #include <QTemporaryDir>
 
-namespace velq::testing {
+namespace velq::testing
+{
 
-/// A folder of fake tools in front of PATH, for as long as it lives. Not for tests that run threads before
-/// it is made.
+/// A folder of fake tools in front of PATH, for as long as it lives. Not for tests that run threads
+/// before it is made.
 class FakeTools
 {
 public:

@@ -4,7 +4,8 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 
-namespace velq::testing {
+namespace velq::testing
+{
 
 bool waitUntil(const std::function<bool()> &condition)
 {

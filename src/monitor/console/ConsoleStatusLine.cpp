@@ -52,6 +52,8 @@ QString ConsoleStatusLine::line() const
         if (item->isEnabled())
             available.append(QStringLiteral("%1 (%2)").arg(item->title(), item->keyEquivalent()));
     }
+    if (available.isEmpty())
+        return m_item.text();
     return tr("%1. Available: %2.").arg(m_item.text(), available.join(QStringLiteral(", ")));
 }
 

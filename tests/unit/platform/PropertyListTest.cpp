@@ -6,7 +6,8 @@
 
 #include <QFile>
 
-namespace {
+namespace
+{
 
 using velq::PropertyList;
 
@@ -40,9 +41,17 @@ TEST(PropertyListTest, ReadsEveryKindOfValue)
 TEST(PropertyListTest, ReadsTheBinaryForm)
 {
     // {"a": "b"}: header, the three objects, their offsets, the trailer.
-    const QByteArray binary = QByteArray::fromHex(
-        "62706c6973743030" "d10102" "5161" "5162" "080b0d"
-        "000000000000" "01" "01" "0000000000000003" "0000000000000000" "000000000000000f");
+    const QByteArray binary = QByteArray::fromHex("62706c6973743030"
+                                                  "d10102"
+                                                  "5161"
+                                                  "5162"
+                                                  "080b0d"
+                                                  "000000000000"
+                                                  "01"
+                                                  "01"
+                                                  "0000000000000003"
+                                                  "0000000000000000"
+                                                  "000000000000000f");
     const auto read = PropertyList::dictionaryFromData(binary);
     ASSERT_TRUE(read.has_value());
     EXPECT_EQ(read->value(QStringLiteral("a")).toString(), QStringLiteral("b"));
@@ -73,7 +82,8 @@ TEST(PropertyListTest, NestingWithoutEndEnds)
         body += "<array>";
     for (int level = 0; level < 300; ++level)
         body += "</array>";
-    EXPECT_NO_FATAL_FAILURE((void)PropertyList::dictionaryFromData(xml((body + "</dict>").constData())));
+    EXPECT_NO_FATAL_FAILURE(
+        (void)PropertyList::dictionaryFromData(xml((body + "</dict>").constData())));
 }
 
 TEST(PropertyListTest, AMissingFileIsNothing)

@@ -14,7 +14,8 @@
 #include <thread>
 #include <unistd.h>
 
-namespace {
+namespace
+{
 
 using namespace velq;
 using velq::testing::ip;
@@ -220,7 +221,8 @@ TEST_F(ReachabilityTargetTest, NamesAreResolvedFirst)
 
 TEST_F(ReachabilityTargetTest, ANameThatDoesNotResolveIsNotReachable)
 {
-    EXPECT_EQ(SCNetworkReachability::createWithName(QStringLiteral("no such name"))->getFlags(), 0u);
+    EXPECT_EQ(SCNetworkReachability::createWithName(QStringLiteral("no such name"))->getFlags(),
+              0u);
 }
 
 TEST(ReachabilityFactoryTest, RefusesWhatIsNoTarget)

@@ -1,0 +1,226 @@
+#include "common/Reachability.h"
+
+#include "common/AssertionFailure.h"
+#include "common/NotificationCenter.h"
+
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using namespace velq;
+
+constexpr SCNetworkReachabilityFlags reachable = 2;
+constexpr SCNetworkReachabilityFlags connectionRequired = 4;
+constexpr SCNetworkReachabilityFlags onTraffic = 8;
+constexpr SCNetworkReachabilityFlags intervention = 16;
+constexpr SCNetworkReachabilityFlags onDemand = 32;
+constexpr SCNetworkReachabilityFlags isDirect = 0x20000;
+
+TEST(ReachabilityTest, TheFlagBitsAreThePlatforms)
+{
+    EXPECT_EQ(kSCNetworkReachabilityFlagsReachable, reachable);
+    EXPECT_EQ(kSCNetworkReachabilityFlagsConnectionRequired, connectionRequired);
+    EXPECT_EQ(kSCNetworkReachabilityFlagsConnectionOnTraffic, onTraffic);
+    EXPECT_EQ(kSCNetworkReachabilityFlagsInterventionRequired, intervention);
+    EXPECT_EQ(kSCNetworkReachabilityFlagsConnectionOnDemand, onDemand);
+    EXPECT_EQ(kSCNetworkReachabilityFlagsIsDirect, isDirect);
+}
+
+TEST(ReachabilityTest, TheGeneralRule)
+{
+    const auto status = Reachability::networkStatusForFlags;
+    EXPECT_EQ(status(0), NetworkNotReachable);
+    EXPECT_EQ(status(reachable), NetworkReachable);
+    EXPECT_EQ(status(reachable | connectionRequired), NetworkNotReachable);
+    EXPECT_EQ(status(reachable | connectionRequired | onTraffic), NetworkReachable);
+    EXPECT_EQ(status(reachable | connectionRequired | onDemand), NetworkReachable);
+    EXPECT_EQ(status(reachable | connectionRequired | onDemand | intervention),
+              NetworkNotReachable);
+    EXPECT_EQ(status(reachable | connectionRequired | onTraffic | intervention),
+              NetworkNotReachable);
+    EXPECT_EQ(status(reachable | onTraffic | intervention), NetworkReachable);
+    EXPECT_EQ(status(connectionRequired | onTraffic), NetworkNotReachable);
+    EXPECT_EQ(status(onDemand | onTraffic | isDirect), NetworkNotReachable);
+}
+
+// Every combination of the six bits against the rule in one line.
+TEST(ReachabilityTest, TheGeneralRuleHoldsForAllCombinations)
+{
+    for (SCNetworkReachabilityFlags flags = 0; flags < 64; ++flags) {
+        const auto has = [flags](SCNetworkReachabilityFlags bit) {
+            return (flags & bit) != 0;
+        };
+        const bool usable = has(reachable)
+            && (!has(connectionRequired)
+                || ((has(onDemand) || has(onTraffic)) && !has(intervention)));
+        EXPECT_EQ(Reachability::networkStatusForFlags(flags) == NetworkReachable, usable) << flags;
+    }
+}
+
+TEST(ReachabilityTest, TheLocalLinkRuleAsksForDirect)
+{
+    const auto status = Reachability::localWiFiStatusForFlags;
+    EXPECT_EQ(status(reachable), NetworkNotReachable);
+    EXPECT_EQ(status(isDirect), NetworkNotReachable);
+    EXPECT_EQ(status(reachable | isDirect), NetworkReachable);
+    EXPECT_EQ(status(reachable | isDirect | connectionRequired), NetworkReachable);
+}
+
+// A target whose flags the test sets, and whose changes it tells.
+class ScriptedTarget : public SCNetworkReachability
+{
+public:
+    std::optional<SCNetworkReachabilityFlags> flags;
+    bool takesCallback = true;
+    bool takesSchedule = true;
+    int scheduled = 0;
+
+    std::optional<SCNetworkReachabilityFlags> getFlags() override { return flags; }
+    bool setCallback(SCNetworkReachabilityCallBack callback, void *info) override
+    {
+        m_callback = callback;
+        m_info = info;
+        return takesCallback;
+    }
+    bool scheduleWithRunLoop() override
+    {
+        ++scheduled;
+        return takesSchedule;
+    }
+    bool unscheduleFromRunLoop() override
+    {
+        --scheduled;
+        return true;
+    }
+    void change() { m_callback(this, flags.value_or(0), m_info); }
+
+private:
+    SCNetworkReachabilityCallBack m_callback = nullptr;
+    void *m_info = nullptr;
+};
+
+class ReachabilityMonitorTest : public testing::Test
+{
+protected:
+    ScriptedTarget *target = new ScriptedTarget;
+    Reachability monitor{std::unique_ptr<SCNetworkReachability>(target)};
+};
+
+TEST_F(ReachabilityMonitorTest, StatusFollowsTheFlags)
+{
+    target->flags = reachable;
+    EXPECT_EQ(monitor.currentReachabilityStatus(), NetworkReachable);
+    target->flags = 0;
+    EXPECT_EQ(monitor.currentReachabilityStatus(), NetworkNotReachable);
+    target->flags = std::nullopt;
+    EXPECT_EQ(monitor.currentReachabilityStatus(), NetworkNotReachable);
+}
+
+TEST_F(ReachabilityMonitorTest, ConnectionRequiredIsTheFlag)
+{
+    target->flags = reachable | connectionRequired;
+    EXPECT_TRUE(monitor.connectionRequired());
+    target->flags = reachable;
+    EXPECT_FALSE(monitor.connectionRequired());
+    target->flags = std::nullopt;
+    EXPECT_FALSE(monitor.connectionRequired());
+}
+
+TEST_F(ReachabilityMonitorTest, StartingNeedsBothSteps)
+{
+    EXPECT_TRUE(monitor.startNotifer());
+    target->takesSchedule = false;
+    EXPECT_FALSE(monitor.startNotifer());
+    target->takesSchedule = true;
+    target->takesCallback = false;
+    const int before = target->scheduled;
+    EXPECT_FALSE(monitor.startNotifer());
+    EXPECT_EQ(target->scheduled, before);
+}
+
+TEST_F(ReachabilityMonitorTest, StoppingWithoutStartingDoesNothing)
+{
+    EXPECT_NO_THROW(monitor.stopNotifer());
+    Reachability withoutTarget;
+    EXPECT_NO_THROW(withoutTarget.stopNotifer());
+    EXPECT_FALSE(withoutTarget.startNotifer());
+}
+
+TEST_F(ReachabilityMonitorTest, AChangeIsPostedWithTheMonitorAsItsObject)
+{
+    QObject context;
+    QObject *about = nullptr;
+    NotificationCenter::defaultCenter().addObserver(
+        &context, QStringLiteral("kNetworkReachabilityChangedNotification"), nullptr,
+        [&](QObject *object) { about = object; });
+    ASSERT_TRUE(monitor.startNotifer());
+    target->change();
+    EXPECT_EQ(about, &monitor);
+}
+
+TEST(ReachabilityLocalLinkTest, UsesTheLocalLinkRule)
+{
+    auto owned = std::make_unique<ScriptedTarget>();
+    ScriptedTarget &target = *owned;
+    const Reachability monitor(std::move(owned), true);
+    target.flags = reachable;
+    EXPECT_EQ(monitor.currentReachabilityStatus(), NetworkNotReachable);
+    target.flags = reachable | isDirect;
+    EXPECT_EQ(monitor.currentReachabilityStatus(), NetworkReachable);
+}
+
+TEST(ReachabilityFactoriesTest, RefuseWhatThePlatformRefuses)
+{
+    EXPECT_EQ(Reachability::reachabilityWithHostName(QStringLiteral("")), nullptr);
+    EXPECT_EQ(Reachability::reachabilityWithAddress(nullptr), nullptr);
+    EXPECT_NE(Reachability::reachabilityWithHostName(QStringLiteral("localhost")), nullptr);
+    EXPECT_NE(Reachability::reachabilityForInternetConnection(), nullptr);
+    EXPECT_NE(Reachability::reachabilityForLocalWiFi(), nullptr);
+}
+
+template <typename Broken> AssertionFailure failureOf(Broken broken)
+{
+    try {
+        broken();
+    } catch (const AssertionFailure &failure) {
+        return failure;
+    }
+    ADD_FAILURE() << "no assertion failed";
+    return {"", "", ""};
+}
+
+constexpr const char *callbackSignature =
+    "void ReachabilityCallback(SCNetworkReachabilityRef, SCNetworkReachabilityFlags, void *)";
+
+TEST(ReachabilityAssertionsTest, TheCallbackWantsItsMonitor)
+{
+    const auto none = failureOf([] { ReachabilityCallback(nullptr, 0, nullptr); });
+    EXPECT_STREQ(none.what(), "info was NULL in ReachabilityCallback");
+    EXPECT_EQ(none.function(), callbackSignature);
+    EXPECT_EQ(none.file(), "Reachability");
+
+    QObject other;
+    const auto wrong = failureOf([&] { ReachabilityCallback(nullptr, 0, &other); });
+    EXPECT_STREQ(wrong.what(), "info was wrong class in ReachabilityCallback");
+    EXPECT_EQ(wrong.function(), callbackSignature);
+}
+
+TEST(ReachabilityAssertionsTest, QuestionsWantATarget)
+{
+    const Reachability none;
+    EXPECT_STREQ(failureOf([&] { (void)none.connectionRequired(); }).what(),
+                 "connectionRequired called with NULL reachabilityRef");
+    EXPECT_STREQ(failureOf([&] { (void)none.currentReachabilityStatus(); }).what(),
+                 "currentNetworkStatus called with NULL reachabilityRef");
+}
+
+TEST(ReachabilityAssertionsDeathTest, UncaughtTheyEndTheProgram)
+{
+    const auto callWithoutInfo = []() noexcept {
+        ReachabilityCallback(nullptr, 0, nullptr);
+    };
+    EXPECT_DEATH(callWithoutInfo(), "info was NULL in ReachabilityCallback");
+}
+
+} // namespace
