@@ -12,6 +12,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <sys/syscall.h>
 #include <thread>
 #include <unistd.h>
 
@@ -112,6 +113,13 @@ TEST(ShellUtlTest, APipefulIsReturnedWhole)
     EXPECT_EQ(run(QStringLiteral("head -c 65536 /dev/zero | tr '\\0' x")).size(), 65536);
 }
 
+bool isBlockedInWrite(const QByteArray &pid)
+{
+    QFile call(QStringLiteral("/proc/%1/syscall").arg(QString::fromLatin1(pid)));
+    return call.open(QIODevice::ReadOnly)
+        && call.readAll().startsWith(QByteArray::number(SYS_write) + ' ');
+}
+
 // The output is read after the exit only, so one that is larger than the pipe blocks the child.
 TEST(ShellUtlTest, MoreThanAPipefulBlocksTheChild)
 {
@@ -126,12 +134,7 @@ TEST(ShellUtlTest, MoreThanAPipefulBlocksTheChild)
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     const QByteArray pid = file.readAll().trimmed();
 
-    // Asleep in the pipe's write is where a blocked writer ends up.
-    QFile where(QStringLiteral("/proc/%1/syscall").arg(QString::fromLatin1(pid)));
-    EXPECT_TRUE(waitUntil([&] {
-        return where.open(QIODevice::ReadOnly) && where.readAll().startsWith("1 ")
-            && (where.close(), true);
-    }));
+    EXPECT_TRUE(waitUntil([&] { return isBlockedInWrite(pid); }));
     EXPECT_EQ(length, -1);
     kill(pid.toInt(), SIGKILL);
     caller.join();
