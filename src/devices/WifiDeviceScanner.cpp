@@ -1,8 +1,9 @@
 #include "devices/WifiDeviceScanner.h"
 
-#include "common/GlobalQueue.h"
 #include "common/Text.h"
 #include "devices/DeviceList.h"
+#include "platform/GlobalQueue.h"
+#include "platform/MainQueue.h"
 #include "platform/ToolPath.h"
 #include "platform/UserNotificationCenter.h"
 #include "shell/process/ChildProcess.h"
@@ -37,7 +38,7 @@ void destroyOnItsThread(WifiDeviceScanner *scanner)
     if (scanner->thread() == QThread::currentThread())
         delete scanner;
     else
-        scanner->deleteLater();
+        MainQueue::async([scanner] { delete scanner; });
 }
 
 } // namespace
@@ -81,11 +82,10 @@ void WifiDeviceScanner::pass()
     if (added.isEmpty())
         return;
     setDevices(fresh);
-    const auto announce = [self = shared_from_this(), added] {
+    MainQueue::async([self = shared_from_this(), added] {
         for (const DeviceData &device : added)
             self->sendNotification(device);
-    };
-    QMetaObject::invokeMethod(this, announce, Qt::QueuedConnection);
+    });
 }
 
 QList<DeviceData> WifiDeviceScanner::allDevices_new() const

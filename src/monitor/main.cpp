@@ -1,4 +1,3 @@
-#include "common/GlobalQueue.h"
 #include "monitor/AppDelegate.h"
 #include "monitor/MainInterface.h"
 #include "monitor/MonitorOptions.h"
@@ -8,6 +7,7 @@
 #include "platform/Bundle.h"
 #include "platform/Display.h"
 #include "platform/DistributedNotificationCenter.h"
+#include "platform/GlobalQueue.h"
 #include "platform/SingleInstance.h"
 #include "platform/TerminationSignals.h"
 #include "platform/ToolPath.h"

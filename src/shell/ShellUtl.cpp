@@ -1,7 +1,7 @@
 #include "shell/ShellUtl.h"
 
-#include "common/GlobalQueue.h"
 #include "common/Text.h"
+#include "platform/GlobalQueue.h"
 #include "platform/ToolPath.h"
 #include "shell/process/ChildProcess.h"
 

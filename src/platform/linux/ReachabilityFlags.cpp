@@ -50,7 +50,8 @@ bool someLinkCarriesByItself()
 
 bool isUsable(const NextHop &hop, Socket &socket)
 {
-    if ((hop.flags & (RTNH_F_DEAD | RTNH_F_LINKDOWN)) != 0)
+    // The link knows of its carrier before the kernel has marked its routes.
+    if ((hop.flags & RTNH_F_DEAD) != 0)
         return false;
     const auto link = rtnetlink::linkAt(socket, hop.interface);
     return link && link->carries() && (!isTunnel(*link) || someLinkCarriesByItself());

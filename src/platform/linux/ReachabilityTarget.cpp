@@ -1,9 +1,7 @@
 #include "platform/linux/ReachabilityTarget.h"
 
+#include "platform/GlobalQueue.h"
 #include "platform/linux/ReachabilityFlags.h"
-
-#include <QPromise>
-#include <QThreadPool>
 
 #include <arpa/inet.h>
 #include <cstring>
@@ -114,7 +112,15 @@ void AddressTarget::look()
 
 NameTarget::NameTarget(QString name)
     : m_name(std::move(name))
+    , m_answer(std::make_shared<Answer>())
 {
+    m_answer->target = this;
+}
+
+NameTarget::~NameTarget()
+{
+    const std::scoped_lock lock(m_answer->mutex);
+    m_answer->target = nullptr;
 }
 
 NameTarget::Flags NameTarget::getFlags()
@@ -130,20 +136,29 @@ void NameTarget::look()
     if (m_looking)
         return;
     m_looking = true;
-    const auto promise = std::make_shared<QPromise<Flags>>();
-    promise->future().then(this, [this](const Flags &flags) { onLooked(flags); });
-    promise->start();
-    QThreadPool::globalInstance()->start([promise, name = m_name.toUtf8()] {
-        promise->addResult(flagsOfName(name));
-        promise->finish();
-    });
+    GlobalQueue::async([answer = m_answer, name = m_name.toUtf8()] { lookUp(answer, name); });
 }
 
-void NameTarget::onLooked(const Flags &flags)
+void NameTarget::lookUp(const std::shared_ptr<Answer> &answer, const QByteArray &name)
+{
+    const Flags flags = flagsOfName(name);
+    const std::scoped_lock lock(answer->mutex);
+    answer->flags = flags;
+    if (answer->target != nullptr)
+        QMetaObject::invokeMethod(answer->target, "onLooked", Qt::QueuedConnection);
+}
+
+void NameTarget::onLooked()
 {
     m_looking = false;
+    Flags flags;
+    {
+        const std::scoped_lock lock(m_answer->mutex);
+        flags = m_answer->flags;
+    }
+    const bool lookAgain = m_lookAgain;
     onFlags(flags);
-    if (m_lookAgain)
+    if (lookAgain)
         look();
 }
 

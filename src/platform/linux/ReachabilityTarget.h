@@ -3,7 +3,7 @@
 #include "platform/SCNetworkReachability.h"
 #include "platform/linux/NetworkChanges.h"
 
-#include <QFuture>
+#include <mutex>
 
 namespace velq
 {
@@ -59,15 +59,24 @@ class NameTarget : public ReachabilityTarget
 
 public:
     explicit NameTarget(QString name);
+    ~NameTarget() override;
     Flags getFlags() override;
 
 protected:
     void look() override;
 
 private:
-    void onLooked(const Flags &flags);
+    /// Where a look-up on another thread leaves its answer for as long as the target is there.
+    struct Answer {
+        std::mutex mutex;
+        NameTarget *target;
+        Flags flags;
+    };
+    static void lookUp(const std::shared_ptr<Answer> &answer, const QByteArray &name);
+    Q_INVOKABLE void onLooked();
 
     QString m_name;
+    std::shared_ptr<Answer> m_answer;
     bool m_looking = false;
     bool m_lookAgain = false;
 };

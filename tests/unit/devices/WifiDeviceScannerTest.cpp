@@ -1,6 +1,6 @@
 #include "devices/WifiDeviceScanner.h"
 
-#include "common/GlobalQueue.h"
+#include "platform/GlobalQueue.h"
 #include "platform/UserNotificationCenter.h"
 #include "support/FakeTool.h"
 #include "support/Waiting.h"

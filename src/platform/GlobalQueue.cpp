@@ -1,4 +1,7 @@
-#include "common/GlobalQueue.h"
+#include "platform/GlobalQueue.h"
+
+#include "platform/MainQueue.h"
+#include "platform/TaskList.h"
 
 #include <QThreadPool>
 
@@ -19,16 +22,27 @@ QThreadPool &pool()
         global->setMaxThreadCount(mostThreads);
         // The next task is twenty seconds away: a thread kept for it would only hold memory.
         global->setExpiryTimeout(0);
+        MainQueue::prepare();
         return global;
     }();
     return *configured;
 }
 
+TaskList &tasks()
+{
+    // Never destroyed: a task may still be running when the process ends.
+    static auto *const list = new TaskList;
+    return *list;
+}
+
 } // namespace
 
+// The tasks travel in a list of our own: its lock is one that the thread sanitizer sees, Qt's is
+// not.
 void GlobalQueue::async(std::function<void()> task)
 {
-    pool().start(std::move(task));
+    tasks().append(std::move(task));
+    pool().start([] { tasks().takeFirst()(); });
 }
 
 bool GlobalQueue::isIdle()

@@ -1,4 +1,4 @@
-#include "common/GlobalQueue.h"
+#include "platform/GlobalQueue.h"
 #include "support/Waiting.h"
 
 #include <QThread>

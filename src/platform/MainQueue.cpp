@@ -1,0 +1,29 @@
+#include "platform/MainQueue.h"
+
+namespace velq
+{
+
+MainQueue &MainQueue::instance()
+{
+    // Never destroyed: a task may still be running when the process ends.
+    static auto *const queue = new MainQueue;
+    return *queue;
+}
+
+void MainQueue::prepare()
+{
+    (void)instance();
+}
+
+void MainQueue::async(std::function<void()> task)
+{
+    instance().m_tasks.append(std::move(task));
+    QMetaObject::invokeMethod(&instance(), "runNext", Qt::QueuedConnection);
+}
+
+void MainQueue::runNext()
+{
+    m_tasks.takeFirst()();
+}
+
+} // namespace velq

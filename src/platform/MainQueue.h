@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/TaskList.h"
+
+#include <QObject>
+
+namespace velq
+{
+
+/// The queue of the main thread: how a background task hands its result back.
+class MainQueue : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Runs `task` later on the main thread, in the order of the calls; returns at once. Any
+    /// thread, while the application object exists.
+    static void async(std::function<void()> task);
+
+    /// Makes the queue, on the main thread, before others use it.
+    static void prepare();
+
+private:
+    MainQueue() = default;
+    static MainQueue &instance();
+    Q_INVOKABLE void runNext();
+
+    TaskList m_tasks;
+};
+
+} // namespace velq

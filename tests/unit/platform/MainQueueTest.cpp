@@ -1,0 +1,42 @@
+#include "platform/MainQueue.h"
+
+#include "platform/GlobalQueue.h"
+#include "support/Waiting.h"
+
+#include <QCoreApplication>
+#include <QThread>
+#include <gtest/gtest.h>
+
+namespace
+{
+
+using velq::GlobalQueue;
+using velq::MainQueue;
+using velq::testing::waitUntil;
+
+TEST(MainQueueTest, RunsLaterOnTheMainThreadInOrder)
+{
+    QList<int> ran;
+    QThread *thread = nullptr;
+    GlobalQueue::async([&] {
+        for (int i = 0; i < 3; ++i) {
+            MainQueue::async([&, i] {
+                ran.append(i);
+                thread = QThread::currentThread();
+            });
+        }
+    });
+    ASSERT_TRUE(waitUntil([&] { return ran.size() == 3; }));
+    EXPECT_EQ(ran, (QList<int>{0, 1, 2}));
+    EXPECT_EQ(thread, QCoreApplication::instance()->thread());
+}
+
+TEST(MainQueueTest, NeverRunsBeforeTheCallReturns)
+{
+    bool ran = false;
+    MainQueue::async([&] { ran = true; });
+    EXPECT_FALSE(ran);
+    EXPECT_TRUE(waitUntil([&] { return ran; }));
+}
+
+} // namespace
