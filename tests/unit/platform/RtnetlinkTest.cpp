@@ -151,6 +151,36 @@ TEST_F(RtnetlinkTest, OnlyNeighboursWithAnAnswerAreConfirmed)
     EXPECT_FALSE(lost->isConfirmed());
 }
 
+TEST_F(RtnetlinkTest, ARouteTellsWhoSetIt)
+{
+    ip("route add 10.0.0.0/8 via 192.168.7.1 proto dhcp");
+    const auto all = routes(RTN_UNICAST);
+    const auto set = std::ranges::find(all, address("10.0.0.0"), &Route::destination);
+    ASSERT_NE(set, all.end());
+    EXPECT_EQ(set->protocol, RTPROT_DHCP);
+    const auto own = std::ranges::find(all, address("192.168.7.0"), &Route::destination);
+    ASSERT_NE(own, all.end());
+    EXPECT_EQ(own->protocol, RTPROT_KERNEL);
+}
+
+TEST_F(RtnetlinkTest, ANeighbourTellsWhenItWasHeardFrom)
+{
+    ip("neigh add 192.168.7.10 lladdr aa:bb:cc:dd:ee:ff nud reachable dev lan0");
+    ip("neigh add 192.168.7.11 lladdr aa:bb:cc:dd:ee:01 nud stale dev lan0");
+    Collected<Neighbour> neighbours;
+    ASSERT_TRUE(readNeighbours(*socket, AF_INET, neighbours.reader));
+    const auto heard =
+        std::ranges::find(neighbours.records, address("192.168.7.10"), &Neighbour::address);
+    ASSERT_NE(heard, neighbours.records.end());
+    EXPECT_LT(heard->confirmedAgo, 30u);
+    // An entry that starts as stale was last heard from before the time of being reachable.
+    const auto old =
+        std::ranges::find(neighbours.records, address("192.168.7.11"), &Neighbour::address);
+    ASSERT_NE(old, neighbours.records.end());
+    EXPECT_GE(old->confirmedAgo, 30u);
+    EXPECT_LT(old->confirmedAgo, 3600u);
+}
+
 TEST_F(RtnetlinkTest, EventsAreDrainedAndAnOverrunIsTold)
 {
     auto events = Socket::open(RTMGRP_IPV4_IFADDR);

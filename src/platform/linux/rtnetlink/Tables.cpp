@@ -10,6 +10,7 @@
 #include <arpa/inet.h>
 #include <cstring>
 #include <span>
+#include <unistd.h>
 
 namespace velq::rtnetlink
 {
@@ -70,6 +71,17 @@ Address viaFrom(const nlattr *attribute)
     uint16_t family = 0;
     std::memcpy(&family, bytes.data(), sizeof family);
     return addressFrom(static_cast<uint8_t>(family), bytes.subspan(sizeof family));
+}
+
+// The kernel counts the ages of its entries in the clock ticks it shows to programs.
+uint32_t secondsSinceConfirmed(const nlattr *attribute)
+{
+    const auto bytes = payload(attribute);
+    nda_cacheinfo ages{};
+    if (bytes.size() < sizeof ages)
+        return 0;
+    std::memcpy(&ages, bytes.data(), sizeof ages);
+    return ages.ndm_confirmed / static_cast<uint32_t>(sysconf(_SC_CLK_TCK));
 }
 
 // Attributes of one message, or of one nested attribute, each handed to `use` with its type.
@@ -134,6 +146,7 @@ std::optional<Route> routeFrom(const nlmsghdr &message)
     route.type = fixed->rtm_type;
     route.scope = fixed->rtm_scope;
     route.table = fixed->rtm_table;
+    route.protocol = fixed->rtm_protocol;
     route.flags = fixed->rtm_flags;
     NextHop single{0, static_cast<uint8_t>(fixed->rtm_flags), {}};
     eachAttribute<rtmsg>(message, [&](uint16_t type, const nlattr *attribute) {
@@ -231,6 +244,8 @@ std::optional<Neighbour> neighbourFrom(const nlmsghdr &message)
             neighbour.address = addressFrom(neighbour.family, bytes);
         else if (type == NDA_LLADDR)
             neighbour.hardwareAddress.assign(bytes.begin(), bytes.end());
+        else if (type == NDA_CACHEINFO)
+            neighbour.confirmedAgo = secondsSinceConfirmed(attribute);
     });
     return neighbour;
 }

@@ -43,6 +43,7 @@ struct Route {
     uint32_t table = 0;    ///< RT_TABLE_MAIN, RT_TABLE_LOCAL, …
     uint32_t flags = 0;    ///< RTM_F_… and RTNH_F_…
     uint32_t priority = 0; ///< metric; the lower one wins
+    uint8_t protocol = 0;  ///< who set it: RTPROT_KERNEL, RTPROT_STATIC, RTPROT_RA, …
     Address destination;   ///< unset for the default route
     Address preferredSource;
     std::vector<NextHop> nextHops; ///< at least one unless the route goes nowhere
@@ -69,6 +70,7 @@ struct Neighbour {
     uint8_t flags = 0;  ///< NTF_…
     Address address;
     std::vector<uint8_t> hardwareAddress; ///< empty when the kernel has none
+    uint32_t confirmedAgo = 0;            ///< seconds since it was last heard from
 
     /// The kernel has heard from it: it has a hardware address and is not being asked for.
     bool isConfirmed() const;
