@@ -1,0 +1,26 @@
+#pragma once
+
+#include "nettools/Netstat.h"
+#include "nettools/lib/Tool.h"
+
+#include <string_view>
+
+namespace velq::nettools
+{
+
+/// All tools, each with its help. Every tool is a program of its own whose main picks its row while
+/// it is compiled: so a program links nothing that only its neighbours in this table need.
+inline constexpr Tool tools[] = {
+    {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
+};
+
+/// The row of that name; does not compile when there is none.
+consteval Tool toolNamed(std::string_view name)
+{
+    const Tool *tool = tools;
+    while (tool->name != name)
+        ++tool;
+    return *tool;
+}
+
+} // namespace velq::nettools
