@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nettools/Arp.h"
 #include "nettools/Netstat.h"
 #include "nettools/lib/Tool.h"
 
@@ -11,6 +12,10 @@ namespace velq::nettools
 /// All tools, each with its help. Every tool is a program of its own whose main picks its row while
 /// it is compiled: so a program links nothing that only its neighbours in this table need.
 inline constexpr Tool tools[] = {
+    {"arp", "[-n] -a",
+     "Shows the IPv4 hosts of the local network that the kernel knows, with their hardware\n"
+     "addresses. -n leaves their names out.",
+     arp},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
 };
 

@@ -45,7 +45,8 @@ protected:
     }
 };
 
-INSTANTIATE_TEST_SUITE_P(Nettools, EveryTool, testing::Values(Tool{"netstat", "-nr"}),
+INSTANTIATE_TEST_SUITE_P(Nettools, EveryTool,
+                         testing::Values(Tool{"arp", "-an"}, Tool{"netstat", "-nr"}),
                          [](const auto &tested) { return tested.param.name; });
 
 TEST_P(EveryTool, HelpsAndComplains)
