@@ -16,7 +16,7 @@ FakeTools::~FakeTools()
     qputenv("PATH", m_path);
 }
 
-void FakeTools::add(const QString &name, const QByteArray &script)
+void FakeTools::add(const QString &name, const QByteArray &script) const
 {
     QFile file(path(name));
     if (!file.open(QIODevice::WriteOnly))
@@ -25,7 +25,7 @@ void FakeTools::add(const QString &name, const QByteArray &script)
     file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-void FakeTools::addPrinting(const QString &name, const QByteArray &output)
+void FakeTools::addPrinting(const QString &name, const QByteArray &output) const
 {
     const QString text = name + QStringLiteral(".output");
     QFile file(path(text));
@@ -33,7 +33,7 @@ void FakeTools::addPrinting(const QString &name, const QByteArray &output)
         qFatal("cannot write a fake tool's output");
     file.write(output);
     add(name,
-        "echo \"$(basename \"$0\") $*\" >> '" + path(QStringLiteral("log")).toLocal8Bit()
+        R"(echo "$(basename "$0") $*" >> ')" + path(QStringLiteral("log")).toLocal8Bit()
             + "'; exec cat '" + path(text).toLocal8Bit() + "'");
 }
 

@@ -18,9 +18,9 @@ public:
     ~FakeTools();
 
     /// An executable shell script of that name.
-    void add(const QString &name, const QByteArray &script);
+    void add(const QString &name, const QByteArray &script) const;
     /// A tool that prints exactly these bytes, and logs its arguments.
-    void addPrinting(const QString &name, const QByteArray &output);
+    void addPrinting(const QString &name, const QByteArray &output) const;
     /// A file in the folder.
     QString path(const QString &name) const;
     /// The command lines of the tools made by addPrinting(), one a line, in order.
