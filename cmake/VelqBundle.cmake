@@ -1,0 +1,83 @@
+# Application bundles: NAME.app/Contents/{Info.plist,MacOS/NAME,Resources,Helpers}, laid into the build
+# folder as they are installed, so that a program runs from either place alike.
+find_program(VELQ_RSVG_CONVERT rsvg-convert)
+if(NOT VELQ_RSVG_CONVERT)
+  message(FATAL_ERROR "rsvg-convert, which draws the icons, is missing (Debian: librsvg2-bin)")
+endif()
+
+set(VELQ_ICONS ${PROJECT_SOURCE_DIR}/resources/icons)
+
+# velq_images(OUT FOLDER names ...)
+# Rules that draw NAME_SIZE.png into FOLDER at the sizes that trays use; OUT gets the files. A drawing
+# NAME_SIZE.svg, made for that size's pixels, goes before NAME.svg.
+function(velq_images out folder)
+  foreach(name IN LISTS ARGN)
+    foreach(size IN ITEMS 16 22 24 32 48)
+      set(drawing ${VELQ_ICONS}/${name}_${size}.svg)
+      if(NOT EXISTS ${drawing})
+        set(drawing ${VELQ_ICONS}/${name}.svg)
+      endif()
+      set(picture ${folder}/${name}_${size}.png)
+      add_custom_command(OUTPUT ${picture}
+        COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+        COMMAND ${VELQ_RSVG_CONVERT} -w ${size} -h ${size} -o ${picture} ${drawing}
+        DEPENDS ${drawing} VERBATIM)
+      list(APPEND pictures ${picture})
+    endforeach()
+  endforeach()
+  set(${out} ${pictures} PARENT_SCOPE)
+endfunction()
+
+# velq_helpers(OUT FOLDER targets ...)
+# Rules that link the targets' programs into FOLDER; OUT gets a stamp for each, as a program's file name
+# is known only when the build files are written.
+function(velq_helpers out folder)
+  foreach(helper IN LISTS ARGN)
+    set(stamp ${CMAKE_CURRENT_BINARY_DIR}/${helper}.linked)
+    add_custom_command(OUTPUT ${stamp}
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+      COMMAND ${CMAKE_COMMAND} -E create_symlink
+              $<TARGET_FILE:${helper}> ${folder}/$<TARGET_FILE_NAME:${helper}>
+      COMMAND ${CMAKE_COMMAND} -E touch ${stamp}
+      DEPENDS ${helper} VERBATIM)
+    list(APPEND stamps ${stamp})
+  endforeach()
+  set(${out} ${stamps} PARENT_SCOPE)
+endfunction()
+
+# velq_bundle(TARGET INSTALL_IN folder COMMAND name [IMAGES names ...] [HELPERS targets ...])
+# Makes the executable TARGET the program of the bundle TARGET.app. Its information dictionary is
+# resources/TARGET/Info.plist.in, its images are drawings in resources/icons. It is installed in the
+# prefix's folder INSTALL_IN, with a link bin/COMMAND to its program.
+function(velq_bundle target)
+  cmake_parse_arguments(arg "" "INSTALL_IN;COMMAND" "IMAGES;HELPERS" ${ARGN})
+  set(contents ${PROJECT_BINARY_DIR}/${target}.app/Contents)
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${contents}/MacOS)
+  configure_file(${PROJECT_SOURCE_DIR}/resources/${target}/Info.plist.in ${contents}/Info.plist @ONLY)
+  velq_images(pictures ${contents}/Resources ${arg_IMAGES})
+  velq_helpers(helpers ${contents}/Helpers ${arg_HELPERS})
+  add_custom_target(${target}_bundle ALL DEPENDS ${pictures} ${helpers})
+  add_dependencies(${target} ${target}_bundle)
+
+  set(installed ${arg_INSTALL_IN}/${target}.app/Contents)
+  install(TARGETS ${target} DESTINATION ${installed}/MacOS)
+  install(FILES ${contents}/Info.plist DESTINATION ${installed})
+  install(FILES ${pictures} DESTINATION ${installed}/Resources)
+  foreach(helper IN LISTS arg_HELPERS)
+    install(PROGRAMS $<TARGET_FILE:${helper}> DESTINATION ${installed}/Helpers)
+  endforeach()
+  velq_install_link(bin/${arg_COMMAND} ${installed}/MacOS/${target})
+endfunction()
+
+# velq_install_link(LINK FILE)
+# Installs a relative symbolic link, both inside the prefix: the tree may be moved as a whole.
+function(velq_install_link link file)
+  cmake_path(GET link PARENT_PATH folder)
+  file(RELATIVE_PATH way /${folder} /${file})
+  install(CODE "
+    set(link \"\$ENV{DESTDIR}\${CMAKE_INSTALL_PREFIX}/${link}\")
+    cmake_path(GET link PARENT_PATH folder)
+    file(MAKE_DIRECTORY \"\${folder}\")
+    message(STATUS \"Installing: \${link}\")
+    file(CREATE_LINK ${way} \"\${link}\" SYMBOLIC)")
+endfunction()
