@@ -4,6 +4,7 @@
 #include "monitor/console/ConsoleKeyboard.h"
 #include "monitor/console/ConsoleNotificationCenter.h"
 #include "monitor/console/ConsoleStatusBar.h"
+#include "monitor/tray/TrayStatusBar.h"
 #include "platform/Bundle.h"
 #include "platform/Display.h"
 #include "platform/DistributedNotificationCenter.h"
@@ -12,11 +13,12 @@
 #include "platform/TerminationSignals.h"
 #include "platform/ToolPath.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 namespace
 {
@@ -72,14 +74,32 @@ int runOnce(int (*run)())
     return EXIT_SUCCESS;
 }
 
-int start(int &argc, char **argv)
+int runInTray()
+{
+    MainInterface interface;
+    TrayStatusBar statusBar;
+    DesktopNotificationCenter notifications;
+    return runDelegate(interface, statusBar, notifications);
+}
+
+std::unique_ptr<QCoreApplication> makeApplication(bool inTerminal, int &argc, char **argv)
+{
+    if (inTerminal)
+        return std::make_unique<QCoreApplication>(argc, argv);
+    auto application = std::make_unique<QApplication>(argc, argv);
+    QApplication::setApplicationDisplayName(QStringLiteral("Velq"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    return application;
+}
+
+int start(bool inTerminal, int &argc, char **argv)
 {
     qInstallMessageHandler(dropLibraryMessages);
     (void)std::signal(SIGPIPE, SIG_IGN);
     TerminationSignals::block();
     ToolPath::addHelpersToEnvironment(Bundle::mainBundle().helperPath());
-    const QCoreApplication application(argc, argv);
-    const int status = runOnce(runInConsole);
+    const auto application = makeApplication(inTerminal, argc, argv);
+    const int status = runOnce(inTerminal ? runInConsole : runInTray);
     // A command that hangs must not keep the program from ending.
     if (!GlobalQueue::isIdle())
         std::_Exit(status);
@@ -107,6 +127,6 @@ int main(int argc, char **argv)
                   .arg(options.unknown, MonitorOptions::usage()));
         return wrongUse;
     default:
-        return start(argc, argv);
+        return start(options.request == Request::RunInConsole || !displayIsAvailable(), argc, argv);
     }
 }
