@@ -97,9 +97,13 @@ x_answers()
     xprop -root >/dev/null 2>&1
 }
 
+# Not in the network namespace: servers of several namespaces would all take the same free number, and
+# with it the same socket file.
 x_start()
 {
-    start XSERVER bash -c "exec Xvfb -displayfd 5 -screen 0 640x240x24 -nolisten tcp -noreset 5>$DESKTOP/display"
+    Xvfb -displayfd 5 -screen 0 640x240x24 -nolisten tcp -noreset \
+        </dev/null 5>"$DESKTOP/display" >>"$DESKTOP/XSERVER.log" 2>&1 3>&- &
+    echo $! >>"$DESKTOP/pids"
     until_true test -s "$DESKTOP/display"
     DISPLAY=:$(<"$DESKTOP/display")
     export DISPLAY
