@@ -10,6 +10,7 @@
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/GlobalQueue.h"
 #include "platform/SingleInstance.h"
+#include "platform/StandardStreams.h"
 #include "platform/TerminationSignals.h"
 #include "platform/ToolPath.h"
 
@@ -110,6 +111,7 @@ int start(bool inTerminal, int &argc, char **argv)
 
 int main(int argc, char **argv)
 {
+    fillClosedStandardStreams();
     QStringList arguments;
     for (int i = 1; i < argc; ++i)
         arguments.append(QString::fromLocal8Bit(argv[i]));
