@@ -2,6 +2,7 @@
 
 #include <QDBusConnection>
 #include <QDBusConnectionInterface>
+#include <QDBusMessage>
 #include <QDir>
 #include <QLockFile>
 #include <QStandardPaths>
@@ -13,8 +14,14 @@ SingleInstance::SingleInstance() = default;
 
 SingleInstance::~SingleInstance()
 {
-    if (!m_busName.isEmpty())
-        QDBusConnection::sessionBus().unregisterService(m_busName);
+    if (m_busName.isEmpty())
+        return;
+    // Sent, not called: a bus that hangs must not keep the program from ending.
+    QDBusMessage release = QDBusMessage::createMethodCall(
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("/org/freedesktop/DBus"),
+        QStringLiteral("org.freedesktop.DBus"), QStringLiteral("ReleaseName"));
+    release.setArguments({m_busName});
+    QDBusConnection::sessionBus().send(release);
 }
 
 bool SingleInstance::claim(const QString &identifier)
