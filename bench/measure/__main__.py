@@ -1,0 +1,14 @@
+"""measure PART [--quick]: measures one part, in the surroundings that bench/run has made for it."""
+
+import importlib
+import os
+import sys
+
+
+def main():
+    part, *options = sys.argv[1:]
+    print(f"\n{part} (load {os.getloadavg()[0]:.1f} before it)\n", flush=True)
+    importlib.import_module(part).measure("--quick" in options)
+
+
+main()
