@@ -144,8 +144,8 @@ desktop_stop()
 
 name_is_owned()
 {
-    dbus-send --session --print-reply --dest=org.freedesktop.DBus / org.freedesktop.DBus.NameHasOwner \
-        "string:$1" 2>/dev/null | grep -q 'boolean true'
+    in_network dbus-send --session --print-reply --dest=org.freedesktop.DBus / \
+        org.freedesktop.DBus.NameHasOwner "string:$1" 2>/dev/null | grep -q 'boolean true'
 }
 
 # A panel with a place for StatusNotifierItems and none for XEmbed icons.

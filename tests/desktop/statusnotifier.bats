@@ -31,14 +31,15 @@ teardown_file()
 
 item_name()
 {
-    gdbus call --session --dest org.freedesktop.DBus --object-path / --method org.freedesktop.DBus.ListNames \
+    in_network gdbus call --session --dest org.freedesktop.DBus --object-path / \
+        --method org.freedesktop.DBus.ListNames \
         | grep -o "org.kde.StatusNotifierItem-$MONITOR-[0-9]*"
 }
 
 # Whether the entry with this title can be chosen, "true" or "false".
 entry_is_enabled()
 {
-    gdbus call --session --dest "$(item_name)" --object-path /MenuBar \
+    in_network gdbus call --session --dest "$(item_name)" --object-path /MenuBar \
         --method com.canonical.dbusmenu.GetGroupProperties '[]' '[]' \
         | grep -o "{[^}]*'label': <'$1'>[^}]*}" | grep -q "'enabled': <$2>"
 }
@@ -118,7 +119,7 @@ entry_is_enabled()
     until_true icon_is "$green"
     name=$(item_name)
     # The connection is probed every two seconds.
-    timeout 3 dbus-monitor --session "sender='$name'" >"$DESKTOP/traffic" 2>&1 || true
+    in_network timeout 3 dbus-monitor --session "sender='$name'" >"$DESKTOP/traffic" 2>&1 || true
     grep -q NameAcquired "$DESKTOP/traffic"
     not grep -E 'member=(New|ItemsPropertiesUpdated|LayoutUpdated)' "$DESKTOP/traffic"
 }
