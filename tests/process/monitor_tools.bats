@@ -59,10 +59,10 @@ start_case()
 # Away from its bundle it has no helpers, and this PATH has no tools at all.
 start_without_tool()
 {
-    local program=$here/$1/VelqMonitor
     mkdir "$here/$1"
     mkdir -m 700 "$here/$1/runtime"
-    cp "$(monitor_program)" "$program"
+    cp "$program" "$here/$1/"
+    local program=$here/$1/VelqMonitor
     start_case "$1" "PATH=$here/$1/runtime"
 }
 

@@ -7,23 +7,10 @@ source "$(dirname "${BASH_SOURCE[0]}")/bus.bash"
 green='^[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}  Connected to the network\. Available: '
 red='^[0-9]{4}-[0-9]{2}-[0-9]{2} [0-9]{2}:[0-9]{2}:[0-9]{2}  No network connection\. Available: Repair Connection \(r\), '
 
-# In its bundle, or where the linker leaves it while there is none.
-monitor_program()
-{
-    local program
-    for program in "$VELQ_BUILD/VelqMonitor.app/Contents/MacOS/VelqMonitor" "$VELQ_BUILD/src/monitor/VelqMonitor"; do
-        if [[ -x $program ]]; then
-            echo "$program"
-            return
-        fi
-    done
-    complain "there is no program in $VELQ_BUILD"
-}
-
 # Sets program and surroundings: no display, no bus, a home and a runtime folder of its own. A test adds to them.
 make_surroundings()
 {
-    program=$(monitor_program)
+    program=$VELQ_BUILD/VelqMonitor.app/Contents/MacOS/VelqMonitor
     mkdir -p "$here/home" "$here/runtime"
     chmod 700 "$here/runtime"
     surroundings=(env -u DISPLAY -u WAYLAND_DISPLAY -u DBUS_SESSION_BUS_ADDRESS
