@@ -83,14 +83,16 @@ bool leadsToTheLocalLink(const Route &route)
     return link && carriesByItself(*link);
 }
 
+using ReadRoutes = decltype(&rtnetlink::readRoutes);
+
 // Nothing when the kernel did not answer, else whether a route of the family passes the test.
-std::optional<bool> someRoute(uint8_t family, bool (*passes)(const Route &))
+std::optional<bool> someRoute(ReadRoutes read, uint8_t family, bool (*passes)(const Route &))
 {
     auto socket = Socket::open();
     if (!socket)
         return std::nullopt;
     bool found = false;
-    const bool whole = rtnetlink::readRoutes(*socket, family, RTN_UNICAST, [&](const Route &route) {
+    const bool whole = read(*socket, family, RTN_UNICAST, [&](const Route &route) {
         found = passes(route);
         return found ? Socket::Visit::Stop : Socket::Visit::Continue;
     });
@@ -101,10 +103,10 @@ std::optional<bool> someRoute(uint8_t family, bool (*passes)(const Route &))
 
 std::optional<SCNetworkReachabilityFlags> internetFlags()
 {
-    const auto overIPv4 = someRoute(AF_INET, leadsToTheInternet);
+    const auto overIPv4 = someRoute(rtnetlink::readDefaultRoutes, AF_INET, leadsToTheInternet);
     if (overIPv4.value_or(false))
         return reachable;
-    const auto overIPv6 = someRoute(AF_INET6, leadsToTheInternet);
+    const auto overIPv6 = someRoute(rtnetlink::readDefaultRoutes, AF_INET6, leadsToTheInternet);
     if (overIPv6.value_or(false))
         return reachable;
     // A kernel without IPv6 does not answer for it; that alone is no failure.
@@ -124,7 +126,7 @@ std::optional<SCNetworkReachabilityFlags> addressFlags(const rtnetlink::Address 
 
 std::optional<SCNetworkReachabilityFlags> localLinkFlags()
 {
-    const auto local = someRoute(AF_INET, leadsToTheLocalLink);
+    const auto local = someRoute(rtnetlink::readRoutes, AF_INET, leadsToTheLocalLink);
     if (!local)
         return std::nullopt;
     return *local ? reachable | direct : internetFlags();

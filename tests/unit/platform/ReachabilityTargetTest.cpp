@@ -184,6 +184,14 @@ TEST_F(ReachabilityTargetTest, AThousandRoutesDoNotHideTheDefault)
     EXPECT_EQ(internet(), reachable);
 }
 
+TEST_F(ReachabilityTargetTest, RoutesOfHalfTheInternetEachDoNotHideTheDefault)
+{
+    ip("route add default via 192.168.7.1");
+    ip("route add blackhole 0.0.0.0/1");
+    ip("route add blackhole 128.0.0.0/1");
+    EXPECT_EQ(internet(), reachable);
+}
+
 TEST_F(ReachabilityTargetTest, ANeighbourIsDirectAndAFarHostIsNot)
 {
     EXPECT_EQ(flags("192.168.7.77"), reachable | direct);

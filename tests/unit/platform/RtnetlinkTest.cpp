@@ -66,6 +66,18 @@ TEST_F(RtnetlinkTest, ReadsTheDefaultRoute)
     EXPECT_EQ(found->nextHops[0].gateway, address("192.168.7.1"));
 }
 
+TEST_F(RtnetlinkTest, ReadsDefaultRoutesAlone)
+{
+    ip("route add default via 192.168.7.1 metric 100");
+    ip("route add default via 192.168.7.9 metric 200");
+    ip("route add 10.0.0.0/8 via 192.168.7.1");
+    Collected<Route> collected;
+    ASSERT_TRUE(readDefaultRoutes(*socket, AF_INET, RTN_UNICAST, collected.reader));
+    ASSERT_EQ(collected.records.size(), 2u);
+    EXPECT_EQ(collected.records[0].priority, 100u);
+    EXPECT_EQ(collected.records[1].priority, 200u);
+}
+
 TEST_F(RtnetlinkTest, ReadsEveryHopOfAMultipathRoute)
 {
     ip("route add 10.0.0.0/8 nexthop via 192.168.7.1 nexthop via 192.168.7.9");

@@ -184,6 +184,12 @@ std::optional<Route> routeFrom(const nlmsghdr &message)
     return route;
 }
 
+std::optional<Route> defaultRouteFrom(const nlmsghdr &message)
+{
+    const auto *fixed = headerOf<rtmsg>(message);
+    return fixed == nullptr || fixed->rtm_dst_len != 0 ? std::nullopt : routeFrom(message);
+}
+
 std::string kindFrom(const nlattr *linkInfo)
 {
     std::string kind;
@@ -259,6 +265,15 @@ Socket::Visitor parsed(const Reader<Record> &reader, Parse parse)
     };
 }
 
+bool dumpRoutes(Socket &socket, uint8_t family, uint8_t type, const Socket::Visitor &visit)
+{
+    RequestBuffer buffer{};
+    auto *request = startRequest<rtmsg>(buffer, RTM_GETROUTE, NLM_F_DUMP);
+    request->rtm_family = family;
+    request->rtm_type = type;
+    return socket.ask(header(buffer), visit);
+}
+
 // Statistics make up most of a link's record and nobody here reads them.
 void leaveOutStatistics(RequestBuffer &buffer)
 {
@@ -305,11 +320,12 @@ bool Neighbour::isConfirmed() const
 
 bool readRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route> &reader)
 {
-    RequestBuffer buffer{};
-    auto *request = startRequest<rtmsg>(buffer, RTM_GETROUTE, NLM_F_DUMP);
-    request->rtm_family = family;
-    request->rtm_type = type;
-    return socket.ask(header(buffer), parsed(reader, routeFrom));
+    return dumpRoutes(socket, family, type, parsed(reader, routeFrom));
+}
+
+bool readDefaultRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route> &reader)
+{
+    return dumpRoutes(socket, family, type, parsed(reader, defaultRouteFrom));
 }
 
 std::optional<Route> routeTo(Socket &socket, const Address &destination)

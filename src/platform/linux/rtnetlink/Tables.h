@@ -82,6 +82,9 @@ template <typename Record> using Reader = std::function<Socket::Visit(const Reco
 /// lets the kernel leave out all others; 0 for all. False when the answer did not arrive whole.
 bool readRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route> &reader);
 
+/// Those that lead anywhere: of prefix length 0. In a large table many times quicker.
+bool readDefaultRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route> &reader);
+
 /// The route that a packet to `destination` would take now; nothing when it would take none.
 std::optional<Route> routeTo(Socket &socket, const Address &destination);
 
