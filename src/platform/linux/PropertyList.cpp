@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QFile>
+#include <QTimeZone>
 
 #include <plist/plist.h>
 
@@ -69,7 +70,7 @@ QVariant dateOf(plist_t node)
     int32_t seconds = 0;
     int32_t microseconds = 0;
     plist_get_date_val(node, &seconds, &microseconds);
-    const QDateTime epoch(QDate(2001, 1, 1), QTime(0, 0), Qt::UTC);
+    const QDateTime epoch(QDate(2001, 1, 1), QTime(0, 0), QTimeZone::utc());
     return epoch.addSecs(seconds).addMSecs(microseconds / 1000);
 }
 
@@ -137,7 +138,10 @@ std::optional<QVariantMap> PropertyList::dictionaryFromFile(const QString &path)
 std::optional<QVariantMap> PropertyList::dictionaryFromData(QByteArrayView data)
 {
     plist_t parsed = nullptr;
-    plist_from_memory(data.data(), static_cast<uint32_t>(data.size()), &parsed);
+    const auto length = static_cast<uint32_t>(data.size());
+    // plist_from_memory would tell them apart, but takes other arguments in each libplist.
+    const auto parse = plist_is_binary(data.data(), length) != 0 ? plist_from_bin : plist_from_xml;
+    parse(data.data(), length, &parsed);
     const Node root(parsed);
     if (root == nullptr || plist_get_node_type(root.get()) != PLIST_DICT)
         return std::nullopt;

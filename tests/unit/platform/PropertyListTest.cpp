@@ -2,6 +2,7 @@
 
 #include <QDateTime>
 #include <QTemporaryDir>
+#include <QTimeZone>
 #include <gtest/gtest.h>
 
 #include <QFile>
@@ -32,7 +33,7 @@ TEST(PropertyListTest, ReadsEveryKindOfValue)
     EXPECT_DOUBLE_EQ(read->value(QStringLiteral("real")).toDouble(), 1.5);
     EXPECT_EQ(read->value(QStringLiteral("data")).toByteArray(), QByteArray("\0\1\2", 3));
     EXPECT_EQ(read->value(QStringLiteral("date")).toDateTime(),
-              QDateTime(QDate(2001, 1, 2), QTime(0, 0), Qt::UTC));
+              QDateTime(QDate(2001, 1, 2), QTime(0, 0), QTimeZone::utc()));
     const QVariantList list = read->value(QStringLiteral("list")).toList();
     ASSERT_EQ(list.size(), 2);
     EXPECT_EQ(list.at(1).toMap().value(QStringLiteral("k")).toString(), QStringLiteral("v"));
