@@ -21,10 +21,17 @@ start_with()
     start monitor "${inside[@]}" "${tied[@]}" "${surroundings[@]}" sh -c "exec \"\$@\" $1" sh "$program" --console
 }
 
-@test "standard input is closed" {
+# stands_for DESCRIPTOR: the file that has the place of a standard stream.
+stands_for()
+{
+    readlink "/proc/${pids[monitor]}/fd/$1"
+}
+
+@test "standard input is closed: nothing else takes its place" {
     connect
     start_with '<&-'
     expect_line monitor "$green"
+    [[ $(stands_for 0) == /dev/null ]]
     expect_idle monitor
     expect_changes monitor
     end_monitor monitor
@@ -69,6 +76,15 @@ start_with()
     with_session_bus
     start_with '>&-'
     has_ended monitor
+}
+
+@test "standard error is closed: nothing else takes its place" {
+    connect
+    start_with '2>&-'
+    expect_line monitor "$green"
+    [[ $(stands_for 2) == /dev/full ]]
+    expect_changes monitor
+    end_monitor monitor
 }
 
 @test "all standard streams are closed" {
