@@ -9,9 +9,7 @@ namespace velq
 /// The reachability flags of the kernel's routes and links as they stand: read anew at each call, a
 /// few tens of microseconds, no packet sent. Nothing when the kernel does not answer. Any thread.
 
-/// Reachable while a default route (IPv4, or IPv6 where that is all there is) leads over a link
-/// that carries. A tunnel carries nothing by itself: its default route counts only while some other
-/// link carries.
+/// Reachable while a default route leads out, IPv4, or IPv6 where that is all there is.
 std::optional<SCNetworkReachabilityFlags> internetFlags();
 
 /// Reachable while the address has a route over a link that carries; direct when no gateway stands

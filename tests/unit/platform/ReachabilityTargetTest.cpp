@@ -159,6 +159,50 @@ TEST_F(ReachabilityTargetTest, ADefaultRouteInATableOfItsOwnCounts)
     EXPECT_EQ(internet(), reachable);
 }
 
+TEST_F(ReachabilityTargetTest, ATableThatNoRuleLeadsToDoesNotCount)
+{
+    ip("route add default via 192.168.7.1 table 100");
+    EXPECT_EQ(internet(), 0u);
+}
+
+TEST_F(ReachabilityTargetTest, ABetterRouteThatRefusesWins)
+{
+    ip("route add default via 192.168.7.1 metric 100");
+    ip("route add unreachable default metric 200");
+    EXPECT_EQ(internet(), reachable);
+    ip("route add unreachable default metric 50");
+    EXPECT_EQ(internet(), 0u);
+}
+
+TEST_F(ReachabilityTargetTest, AnIPv6RouterWithoutAnAddressFromItIsNotEnough)
+{
+    ip("addr flush dev lan0");
+    ip("addr add fe80::2/64 dev lan0 nodad");
+    ip("-6 route add default via fe80::1 dev lan0");
+    EXPECT_EQ(internet(), 0u);
+    ip("addr add 2001:db8::2/64 dev lan0 nodad");
+    EXPECT_EQ(internet(), reachable);
+}
+
+TEST_F(ReachabilityTargetTest, ATunnelIsNotCarriedByAContainersBridge)
+{
+    const int tunnel = openTunnel("tun9");
+    ASSERT_GE(tunnel, 0) << "no tunnel device: " << std::strerror(errno);
+    ip("link set tun9 up");
+    ip("route add default dev tun9");
+    ip("link add br0 type bridge");
+    ip("link add port0 type veth peer name inside0");
+    ip("link set port0 master br0 up");
+    ip("link set inside0 up");
+    ip("link set br0 up");
+    EXPECT_EQ(internet(), reachable);
+    ip("link set far0 down");
+    // The container's own end is in the container.
+    ip("link set inside0 master br0");
+    EXPECT_EQ(internet(), 0u);
+    close(tunnel);
+}
+
 TEST_F(ReachabilityTargetTest, ATunnelCarriesNothingByItself)
 {
     const int tunnel = openTunnel("tun9");

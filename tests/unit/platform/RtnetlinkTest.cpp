@@ -72,7 +72,7 @@ TEST_F(RtnetlinkTest, ReadsDefaultRoutesAlone)
     ip("route add default via 192.168.7.9 metric 200");
     ip("route add 10.0.0.0/8 via 192.168.7.1");
     Collected<Route> collected;
-    ASSERT_TRUE(readDefaultRoutes(*socket, AF_INET, RTN_UNICAST, collected.reader));
+    ASSERT_TRUE(readDefaultRoutes(*socket, AF_INET, collected.reader));
     ASSERT_EQ(collected.records.size(), 2u);
     EXPECT_EQ(collected.records[0].priority, 100u);
     EXPECT_EQ(collected.records[1].priority, 200u);

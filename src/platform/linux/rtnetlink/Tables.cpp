@@ -1,7 +1,9 @@
 #include "platform/linux/rtnetlink/Tables.h"
 
 #include <libmnl/libmnl.h>
+#include <linux/fib_rules.h>
 #include <linux/if.h>
+#include <linux/if_addr.h>
 #include <linux/if_link.h>
 #include <linux/neighbour.h>
 #include <linux/rtnetlink.h>
@@ -190,6 +192,27 @@ std::optional<Route> defaultRouteFrom(const nlmsghdr &message)
     return fixed == nullptr || fixed->rtm_dst_len != 0 ? std::nullopt : routeFrom(message);
 }
 
+std::optional<uint32_t> ruleTableFrom(const nlmsghdr &message)
+{
+    const auto *fixed = headerOf<fib_rule_hdr>(message);
+    if (message.nlmsg_type != RTM_NEWRULE || fixed == nullptr || fixed->action != FR_ACT_TO_TBL)
+        return std::nullopt;
+    uint32_t table = fixed->table;
+    eachAttribute<fib_rule_hdr>(message, [&](uint16_t type, const nlattr *attribute) {
+        if (type == FRA_TABLE)
+            table = number(attribute);
+    });
+    return table;
+}
+
+std::optional<uint8_t> addressScopeFrom(const nlmsghdr &message)
+{
+    const auto *fixed = headerOf<ifaddrmsg>(message);
+    if (message.nlmsg_type != RTM_NEWADDR || fixed == nullptr)
+        return std::nullopt;
+    return fixed->ifa_scope;
+}
+
 std::string kindFrom(const nlattr *linkInfo)
 {
     std::string kind;
@@ -219,6 +242,9 @@ std::optional<Link> linkFrom(const nlmsghdr &message)
             break;
         case IFLA_MTU:
             link.mtu = number(attribute);
+            break;
+        case IFLA_MASTER:
+            link.master = number(attribute);
             break;
         case IFLA_ADDRESS:
             link.hardwareAddress.assign(bytes.begin(), bytes.end());
@@ -323,9 +349,23 @@ bool readRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route
     return dumpRoutes(socket, family, type, parsed(reader, routeFrom));
 }
 
-bool readDefaultRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route> &reader)
+bool readDefaultRoutes(Socket &socket, uint8_t family, const Reader<Route> &reader)
 {
-    return dumpRoutes(socket, family, type, parsed(reader, defaultRouteFrom));
+    return dumpRoutes(socket, family, 0, parsed(reader, defaultRouteFrom));
+}
+
+bool readRuleTables(Socket &socket, uint8_t family, const Reader<uint32_t> &reader)
+{
+    RequestBuffer buffer{};
+    startRequest<fib_rule_hdr>(buffer, RTM_GETRULE, NLM_F_DUMP)->family = family;
+    return socket.ask(header(buffer), parsed(reader, ruleTableFrom));
+}
+
+bool readAddressScopes(Socket &socket, uint8_t family, const Reader<uint8_t> &reader)
+{
+    RequestBuffer buffer{};
+    startRequest<ifaddrmsg>(buffer, RTM_GETADDR, NLM_F_DUMP)->ifa_family = family;
+    return socket.ask(header(buffer), parsed(reader, addressScopeFrom));
 }
 
 std::optional<Route> routeTo(Socket &socket, const Address &destination)

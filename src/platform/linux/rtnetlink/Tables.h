@@ -57,6 +57,7 @@ struct Link {
     std::string kind; ///< "veth", "wireguard", …; empty for a physical device
     std::vector<uint8_t> hardwareAddress;
     uint32_t mtu = 0;
+    uint32_t master = 0; ///< index of the bridge or bond it is a port of, 0 for none
 
     /// Up, with a carrier: what is sent goes out.
     bool carries() const;
@@ -83,10 +84,16 @@ template <typename Record> using Reader = std::function<Socket::Visit(const Reco
 bool readRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route> &reader);
 
 /// Those that lead anywhere: of prefix length 0. In a large table many times quicker.
-bool readDefaultRoutes(Socket &socket, uint8_t family, uint8_t type, const Reader<Route> &reader);
+bool readDefaultRoutes(Socket &socket, uint8_t family, const Reader<Route> &reader);
 
 /// The route that a packet to `destination` would take now; nothing when it would take none.
 std::optional<Route> routeTo(Socket &socket, const Address &destination);
+
+/// The tables that the routing rules of `family` lead to.
+bool readRuleTables(Socket &socket, uint8_t family, const Reader<uint32_t> &reader);
+
+/// The scope (RT_SCOPE_…) of each address of `family`, of all links.
+bool readAddressScopes(Socket &socket, uint8_t family, const Reader<uint8_t> &reader);
 
 bool readLinks(Socket &socket, const Reader<Link> &reader);
 /// The link with that index; nothing when it is gone.
