@@ -13,8 +13,9 @@ namespace velq
 
 /// Notifications inside this process: a name and the object that it is about.
 ///
-/// Observers are called on the posting thread, in the order in which they were added, before post()
-/// returns. Any thread may add, remove and post; an observer may do so from inside its call.
+/// Observers are called on the posting thread, in the order in which they were added, before
+/// post() returns. Any thread may add, remove and post; an observer may do so from inside its call.
+/// A context dies on the thread that posts what it observes, or is removed before.
 class NotificationCenter
 {
 public:

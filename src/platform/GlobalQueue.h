@@ -10,8 +10,7 @@ namespace velq
 class GlobalQueue
 {
 public:
-    /// Runs `task` later on another thread; returns at once. Any thread, the first time the main
-    /// one.
+    /// Runs `task` later on another thread; returns at once. Any thread.
     static void async(std::function<void()> task);
 
     /// Whether every task has ended.

@@ -1,7 +1,15 @@
 #include "platform/MainQueue.h"
 
+#include <QCoreApplication>
+
 namespace velq
 {
+
+// The first use may come from another thread.
+MainQueue::MainQueue()
+{
+    moveToThread(QCoreApplication::instance()->thread());
+}
 
 MainQueue &MainQueue::instance()
 {

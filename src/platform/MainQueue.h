@@ -17,11 +17,11 @@ public:
     /// thread, while the application object exists.
     static void async(std::function<void()> task);
 
-    /// Makes the queue, on the main thread, before others use it.
+    /// Makes the queue before others use it; without that, the first use does.
     static void prepare();
 
 private:
-    MainQueue() = default;
+    MainQueue();
     static MainQueue &instance();
     Q_INVOKABLE void runNext();
 

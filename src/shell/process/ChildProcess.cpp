@@ -47,14 +47,17 @@ private:
     posix_spawnattr_t m_attributes{};
 };
 
-void useDefaultSignals(Attributes &attributes)
+// What this program itself changes for its own sake; a SIGHUP that nohup ignores stays ignored.
+void undoSignalChanges(Attributes &attributes)
 {
     sigset_t none;
     sigemptyset(&none);
-    sigset_t all;
-    sigfillset(&all);
+    sigset_t changed;
+    sigemptyset(&changed);
+    sigaddset(&changed, SIGPIPE);
+    sigaddset(&changed, SIGTTIN);
     posix_spawnattr_setsigmask(attributes.get(), &none);
-    posix_spawnattr_setsigdefault(attributes.get(), &all);
+    posix_spawnattr_setsigdefault(attributes.get(), &changed);
     posix_spawnattr_setflags(attributes.get(), POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
 }
 
@@ -74,7 +77,7 @@ int spawn(const std::string &path, const std::vector<std::string> &arguments, in
     posix_spawn_file_actions_adddup2(actions.get(), output, STDOUT_FILENO);
     posix_spawn_file_actions_addclosefrom_np(actions.get(), STDERR_FILENO + 1);
     Attributes attributes;
-    useDefaultSignals(attributes);
+    undoSignalChanges(attributes);
     return posix_spawn(&pid, path.c_str(), actions.get(), attributes.get(),
                        argumentVector(path, arguments).data(), environ);
 }

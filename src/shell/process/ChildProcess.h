@@ -18,9 +18,9 @@ public:
 /// A running program whose standard output is a pipe to here. Standard C++ on POSIX; no Qt.
 ///
 /// The child inherits standard input, standard error, the environment and the working folder, and
-/// no other descriptor; blocked and ignored signals are back to their defaults. The object owns the
-/// pipe's reading end and must see the child exit: the destructor waits for it. One thread at a
-/// time.
+/// no other descriptor; no signal is blocked, SIGPIPE and SIGTTIN are back to their defaults. The
+/// object owns the pipe's reading end and must see the child exit: the destructor waits for it. One
+/// thread at a time.
 class ChildProcess
 {
 public:

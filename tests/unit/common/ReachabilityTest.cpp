@@ -3,12 +3,15 @@
 #include "common/AssertionFailure.h"
 #include "common/NotificationCenter.h"
 
+#include "support/NetworkNamespace.h"
+
 #include <gtest/gtest.h>
 
 namespace
 {
 
 using namespace velq;
+using velq::testing::ip;
 
 constexpr SCNetworkReachabilityFlags reachable = 2;
 constexpr SCNetworkReachabilityFlags connectionRequired = 4;
@@ -100,7 +103,7 @@ private:
     void *m_info = nullptr;
 };
 
-class ReachabilityMonitorTest : public testing::Test
+class ReachabilityMonitorTest : public ::testing::Test
 {
 protected:
     ScriptedTarget *target = new ScriptedTarget;
@@ -179,6 +182,23 @@ TEST(ReachabilityFactoriesTest, RefuseWhatThePlatformRefuses)
     EXPECT_NE(Reachability::reachabilityForLocalWiFi(), nullptr);
 }
 
+// A default route without a network of its own: reachable, but not direct.
+TEST(ReachabilityFactoriesTest, TheLocalLinkMonitorAsksForTheLocalLink)
+{
+    ENTER_NETWORK_NAMESPACE_OR_SKIP();
+    ip("link add lan0 type veth peer name far0");
+    ip("link set lan0 up");
+    ip("link set far0 up");
+    ip("addr add 192.168.7.2/32 dev lan0");
+    ip("route add default dev lan0");
+    const auto local = Reachability::reachabilityForLocalWiFi();
+    EXPECT_EQ(Reachability::reachabilityForInternetConnection()->currentReachabilityStatus(),
+              NetworkReachable);
+    EXPECT_EQ(local->currentReachabilityStatus(), NetworkNotReachable);
+    ip("addr add 192.168.7.3/24 dev lan0");
+    EXPECT_EQ(local->currentReachabilityStatus(), NetworkReachable);
+}
+
 template <typename Broken> AssertionFailure failureOf(Broken broken)
 {
     try {
@@ -209,8 +229,9 @@ TEST(ReachabilityAssertionsTest, TheCallbackWantsItsMonitor)
 TEST(ReachabilityAssertionsTest, QuestionsWantATarget)
 {
     const Reachability none;
-    EXPECT_STREQ(failureOf([&] { (void)none.connectionRequired(); }).what(),
-                 "connectionRequired called with NULL reachabilityRef");
+    const auto required = failureOf([&] { (void)none.connectionRequired(); });
+    EXPECT_STREQ(required.what(), "connectionRequired called with NULL reachabilityRef");
+    EXPECT_EQ(required.file(), "Reachability");
     EXPECT_STREQ(failureOf([&] { (void)none.currentReachabilityStatus(); }).what(),
                  "currentNetworkStatus called with NULL reachabilityRef");
 }

@@ -81,6 +81,12 @@ TEST(AddressCacheTest, ANameStaysInTheAddress)
               QList{device("router.lan (192.168.1.1", "a:b:c:d:e:f")});
 }
 
+TEST(AddressCacheTest, TheFirstOfEachMarkCuts)
+{
+    EXPECT_EQ(cached("? (192.168.1.1) at a:b on en0) at c:d on en1\n"),
+              QList{device("192.168.1.1", "a:b")});
+}
+
 TEST(AddressCacheTest, IncompleteAndBroadcastEntriesAreKept)
 {
     EXPECT_EQ(cached("? (192.168.1.9) at (incomplete) on en0 ifscope [ethernet]\n"),

@@ -5,7 +5,9 @@
 #include "support/FakeTool.h"
 #include "support/Waiting.h"
 
+#include <QCoreApplication>
 #include <QFile>
+#include <QThread>
 #include <gtest/gtest.h>
 
 namespace
@@ -17,7 +19,11 @@ using velq::testing::settle;
 using velq::testing::waitUntil;
 
 struct RecordingCenter : UserNotificationCenter {
-    void deliver(const UserNotification &notification) override { delivered.append(notification); }
+    void deliver(const UserNotification &notification) override
+    {
+        EXPECT_EQ(QThread::currentThread(), QCoreApplication::instance()->thread());
+        delivered.append(notification);
+    }
     QList<UserNotification> delivered;
 };
 
@@ -215,7 +221,7 @@ TEST_F(WifiDeviceScannerTest, TheTimerRunsAPass)
 TEST_F(WifiDeviceScannerTest, APassUnderWayCompletesAfterAStopAndKeepsTheScanner)
 {
     tools.add(QStringLiteral("netstat"),
-              "mkfifo \"$(dirname \"$0\")/gate\"; cat \"$(dirname \"$0\")/gate\"");
+              R"(mkfifo "$(dirname "$0")/gate"; cat "$(dirname "$0")/gate")");
     scanner->updateDevices();
     scanner->stopMonitor();
     const std::weak_ptr<WifiDeviceScanner> held = scanner;

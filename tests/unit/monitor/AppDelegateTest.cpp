@@ -18,16 +18,18 @@ namespace
 
 using namespace velq;
 using velq::testing::ip;
-using velq::testing::settle;
 using velq::testing::waitUntil;
 
 struct RecordingStatusBar : StatusBar {
     std::shared_ptr<StatusItem> statusItemWithLength(double length) override
     {
         lengths.append(length);
+        if (onItem)
+            onItem();
         items.append(std::make_shared<StatusItem>());
         return items.last();
     }
+    std::function<void()> onItem;
     QList<double> lengths;
     QList<std::shared_ptr<StatusItem>> items;
 };
@@ -101,6 +103,20 @@ TEST_F(AppDelegateTest, StartUpBuildsEverything)
     EXPECT_EQ(delegate->monitorTimer()->interval(), 2000);
     EXPECT_TRUE(delegate->timer().isNull());
     expectGreen();
+}
+
+TEST_F(AppDelegateTest, TheDeviceWatchRunsBeforeTheItemAndTheTimerAfterIt)
+{
+    bool asked = false;
+    statusBar.onItem = [&] {
+        asked = true;
+        ASSERT_NE(delegate->scanner(), nullptr);
+        EXPECT_FALSE(delegate->scanner()->timer().isNull());
+        EXPECT_TRUE(delegate->monitorTimer().isNull());
+        EXPECT_EQ(delegate->statusImage()->image(), nullptr);
+    };
+    delegate->applicationDidFinishLaunching();
+    EXPECT_TRUE(asked);
 }
 
 TEST_F(AppDelegateTest, ANetworkThatIsDownAtLaunchIsRedBeforeTheFirstTick)

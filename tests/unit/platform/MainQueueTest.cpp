@@ -7,6 +7,8 @@
 #include <QThread>
 #include <gtest/gtest.h>
 
+#include <thread>
+
 namespace
 {
 
@@ -28,6 +30,15 @@ TEST(MainQueueTest, RunsLaterOnTheMainThreadInOrder)
     });
     ASSERT_TRUE(waitUntil([&] { return ran.size() == 3; }));
     EXPECT_EQ(ran, (QList<int>{0, 1, 2}));
+    EXPECT_EQ(thread, QCoreApplication::instance()->thread());
+}
+
+// The runner, and with it the queues, may first be used by a scanner's own thread.
+TEST(MainQueueTest, RunsOnTheMainThreadWhoeverUsesItFirst)
+{
+    QThread *thread = nullptr;
+    std::thread([&] { MainQueue::async([&] { thread = QThread::currentThread(); }); }).join();
+    ASSERT_TRUE(waitUntil([&] { return thread != nullptr; }));
     EXPECT_EQ(thread, QCoreApplication::instance()->thread());
 }
 

@@ -19,16 +19,15 @@ using velq::process::LaunchError;
 std::string outputOf(const std::string &script)
 {
     ChildProcess child("/bin/sh", {"-c", script});
-    const std::string output = child.readToEnd();
+    std::string output = child.readToEnd();
     child.waitUntilExit();
     return output;
 }
 
 TEST(ChildProcessTest, PassesTheArgumentVectorAsItIs)
 {
-    ChildProcess child("/bin/sh",
-                       {"-c", "printf '[%s]' \"$0\" \"$@\"", "a b", "", "$HOME", "x\"y"});
-    EXPECT_EQ(child.readToEnd(), "[a b][][$HOME][x\"y]");
+    ChildProcess child("/bin/sh", {"-c", R"(printf '[%s]' "$0" "$@")", "a b", "", "$HOME", R"(x"y)"});
+    EXPECT_EQ(child.readToEnd(), R"([a b][][$HOME][x"y])");
 }
 
 TEST(ChildProcessTest, InheritsNoDescriptorBeyondTheStandardOnes)

@@ -72,7 +72,7 @@ protected:
         ASSERT_GE(dup2(file.handle(), descriptor), 0);
         replaced = descriptor;
     }
-    void restore()
+    void restore() const
     {
         dup2(kept, replaced);
         close(kept);
@@ -143,16 +143,17 @@ TEST(ShellUtlTest, MoreThanAPipefulBlocksTheChild)
 
 TEST(ShellUtlTest, AProcessLeftBehindDoesNotHoldTheCaller)
 {
-    const QString output = run(QStringLiteral("echo first; sleep 60 & echo $!"));
+    const QString output = run(QStringLiteral("echo first; sleep infinity & echo $!"));
     const QStringList lines = output.split(QLatin1Char('\n'));
     ASSERT_EQ(lines.size(), 3);
     EXPECT_EQ(lines[0], QStringLiteral("first"));
-    kill(lines[1].toInt(), SIGKILL);
+    EXPECT_EQ(kill(lines[1].toInt(), SIGKILL), 0);
 }
 
 TEST(ShellUtlTest, CallsFromSeveralThreadsAreIndependent)
 {
     std::vector<std::thread> callers;
+    callers.reserve(8);
     std::atomic<int> right = 0;
     for (int i = 0; i < 8; ++i) {
         callers.emplace_back([&, i] {
