@@ -21,6 +21,12 @@ namespace
 // What a pipe holds unless somebody enlarges it, pipe(7).
 constexpr size_t pipeCapacity = 65536;
 
+// The most that any user may ask for, pipe(7): ten thousand lines.
+constexpr int roomyPipe = 1 << 20;
+
+// The tools that are read to their end take one or two.
+constexpr int quickMilliseconds = 5;
+
 class FileActions
 {
 public:
@@ -139,8 +145,13 @@ std::string ChildProcess::readAvailable() const
     return bytes;
 }
 
+// Reading at once would wake this thread up for the output, for its end and for the exit; after the
+// exit none of the three is waited for. The tool must find room for what it prints meanwhile.
 std::string ChildProcess::readToEnd() const
 {
+    (void)fcntl(m_output, F_SETPIPE_SZ, roomyPipe);
+    pollfd exit{m_pidDescriptor, POLLIN, 0};
+    (void)poll(&exit, 1, quickMilliseconds);
     std::string all;
     for (std::string part = readAvailable(); !part.empty(); part = readAvailable())
         all += part;
