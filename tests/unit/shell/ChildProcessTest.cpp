@@ -26,7 +26,8 @@ std::string outputOf(const std::string &script)
 
 TEST(ChildProcessTest, PassesTheArgumentVectorAsItIs)
 {
-    ChildProcess child("/bin/sh", {"-c", R"(printf '[%s]' "$0" "$@")", "a b", "", "$HOME", R"(x"y)"});
+    ChildProcess child("/bin/sh",
+                       {"-c", R"(printf '[%s]' "$0" "$@")", "a b", "", "$HOME", R"(x"y)"});
     EXPECT_EQ(child.readToEnd(), R"([a b][][$HOME][x"y])");
 }
 
