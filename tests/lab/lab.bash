@@ -21,9 +21,9 @@ need_lab()
 make_lab()
 {
     keep_namespaces router --net
-    keep_namespaces computer --net --mount --propagation private
+    keep_namespaces computer --net --uts --mount --propagation private
     router=(nsenter -t "${pids[router]}" --net)
-    inside=(nsenter -t "${pids[computer]}" --net --mount)
+    inside=(nsenter -t "${pids[computer]}" --net --uts --mount)
     "${router[@]}" ip -batch - <<LINES
 link set lo up
 link add switch0 type bridge
@@ -38,7 +38,8 @@ LINES
     make_surroundings
 }
 
-# The computer sees only its own devices, and has folders of its own for what NetworkManager writes.
+# The computer sees only its own devices, and has folders of its own for what NetworkManager writes. It has a name of
+# its own, too: a lease may bring one.
 make_private_system()
 {
     "${inside[@]}" sh -e <<'SCRIPT'
@@ -53,10 +54,11 @@ mount --bind /run/etc /etc
 SCRIPT
 }
 
+# Not a daemon of any kind: one that changes its rights is tied to the test no more.
 start_router()
 {
-    start dnsmasq "${router[@]}" "${tied[@]}" dnsmasq --keep-in-foreground --conf-file=/dev/null --user=root \
-        --no-resolv --no-hosts --no-ping --interface=switch0 --bind-interfaces --pid-file= \
+    start dnsmasq "${router[@]}" "${tied[@]}" dnsmasq --no-daemon --conf-file=/dev/null \
+        --no-resolv --no-hosts --no-ping --interface=switch0 --bind-interfaces \
         --dhcp-leasefile="$here/leases" --dhcp-authoritative --dhcp-range=192.168.77.50,192.168.77.99,1h \
         --address=/probe.test/192.168.77.1 "${router_options[@]}"
 }
