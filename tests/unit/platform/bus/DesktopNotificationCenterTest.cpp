@@ -53,7 +53,7 @@ protected:
     SomebodyElse somebodyElse;
 };
 
-TEST_F(DesktopNotificationCenterTest, CallsNotifyAsItIsSpecified)
+TEST_F(DesktopNotificationCenterTest, CallsNotifyWithItsSignature)
 {
     delivered("New device add", "ip: 192.168.1.7");
     const QDBusMessage &call = daemon.calls.first();
