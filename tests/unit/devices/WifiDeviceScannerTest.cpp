@@ -214,7 +214,7 @@ TEST_F(WifiDeviceScannerTest, TheTimerRunsAPass)
 {
     tools.addPrinting(QStringLiteral("netstat"), "192.168.1.1 a:1 U\n");
     scanner->monitor();
-    Q_EMIT scanner->timer()->timeout({});
+    ASSERT_TRUE(QMetaObject::invokeMethod(scanner->timer(), "timeout", Qt::DirectConnection));
     EXPECT_TRUE(waitUntil([&] { return scanner->devices().has_value(); }));
 }
 
