@@ -9,6 +9,7 @@
 #include "platform/Display.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/GlobalQueue.h"
+#include "platform/SilentBuses.h"
 #include "platform/SingleInstance.h"
 #include "platform/StandardStreams.h"
 #include "platform/TerminationSignals.h"
@@ -97,6 +98,7 @@ int start(bool inTerminal, int &argc, char **argv)
 {
     qInstallMessageHandler(dropLibraryMessages);
     (void)std::signal(SIGPIPE, SIG_IGN);
+    leaveOutSilentBuses();
     TerminationSignals::block();
     ToolPath::addHelpersToEnvironment(Bundle::mainBundle().helperPath());
     const auto application = makeApplication(inTerminal, argc, argv);

@@ -66,3 +66,15 @@ start_on_buses()
     expect_changes monitor
     end_monitor monitor
 }
+
+@test "both buses hang from the start" {
+    connect
+    with_session_bus
+    start_bus system "${inside[@]}"
+    kill -STOP "${pids[session]}" "${pids[system]}"
+    start_monitor monitor
+    expect_line monitor "$green"
+    expect_idle monitor
+    expect_changes monitor
+    end_monitor monitor
+}
