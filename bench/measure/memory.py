@@ -1,5 +1,6 @@
 """What a program holds once its icon is shown."""
 
+import os
 import time
 
 import table
@@ -29,6 +30,8 @@ def usage_of(protocol, name, settle):
 
 
 def measure(quick):
+    # What was linked a moment ago is not on the disk yet, and its pages would count as the program's own.
+    os.sync()
     for protocol in protocols():
         usages = {name: usage_of(protocol, name, QUICK_SETTLE if quick else SETTLE) for name in protocol.commands}
         print(f"{protocol.name}:\n")
