@@ -29,7 +29,7 @@ configure()
     fi
 }
 
-# Silent when there is nothing to do; a moving line on a terminal, only errors elsewhere.
+# Silent when there is nothing to do; a moving line on a terminal, one sentence and errors elsewhere.
 build()
 {
     local quiet=()
@@ -37,7 +37,10 @@ build()
     if [[ $(ninja -C "build/$1" -n 2>/dev/null) == *'no work to do'* ]]; then
         return
     fi
-    [[ -t 2 ]] || quiet=(-- --quiet)
+    if [[ ! -t 2 ]]; then
+        say "Building Velq (a few minutes, the first time)"
+        quiet=(-- --quiet)
+    fi
     cmake --build --preset "$1" -j "$(nproc)" "${quiet[@]}" >&2
 }
 
