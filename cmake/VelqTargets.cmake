@@ -17,6 +17,12 @@ if(VELQ_SANITIZE)
   target_link_options(velq_flags INTERFACE -fsanitize=${VELQ_SANITIZE})
 endif()
 
+if(VELQ_COVERAGE)
+  # Threads count at the same time.
+  target_compile_options(velq_flags INTERFACE --coverage -fprofile-update=atomic)
+  target_link_options(velq_flags INTERFACE --coverage)
+endif()
+
 # velq_library(NAME [QT_FREE] SOURCES ... [PUBLIC targets ...] [PRIVATE targets ...])
 # A static library for one folder of src/, its headers included as "folder/Header.h".
 function(velq_library name)
