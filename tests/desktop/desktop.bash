@@ -3,7 +3,7 @@
 # Source it in setup_file, setup and the tests' file; needs bats' own variables.
 
 export green='#1f9d4d' red='#d92b2b'
-patience=10
+patience=${VELQ_PATIENCE:-40}
 
 need()
 {
@@ -97,11 +97,11 @@ x_answers()
     xprop -root >/dev/null 2>&1
 }
 
-# Not in the network namespace: servers of several namespaces would all take the same free number, and
-# with it the same socket file.
+# Other users may show windows on it, too, as in a booted machine. Not in the network namespace: servers of several
+# namespaces would all take the same free number, and with it the same socket file.
 x_start()
 {
-    Xvfb -displayfd 5 -screen 0 640x240x24 -nolisten tcp -noreset \
+    Xvfb -displayfd 5 -screen 0 640x240x24 -nolisten tcp -noreset -ac \
         </dev/null 5>"$DESKTOP/display" >>"$DESKTOP/XSERVER.log" 2>&1 3>&- &
     echo $! >>"$DESKTOP/pids"
     until_true test -s "$DESKTOP/display"
@@ -115,7 +115,8 @@ bus_start()
     export DBUS_SESSION_BUS_ADDRESS=unix:path=$XDG_RUNTIME_DIR/bus
     start BUS dbus-daemon --session --nofork --nopidfile --nosyslog --address="$DBUS_SESSION_BUS_ADDRESS"
     export BUS
-    until_true test -S "$XDG_RUNTIME_DIR/bus"
+    # The socket is there before anybody listens.
+    until_true name_is_owned org.freedesktop.DBus
 }
 
 desktop_start()
@@ -149,7 +150,7 @@ name_is_owned()
 }
 
 # A panel with a place for StatusNotifierItems and none for XEmbed icons.
-lxqt_panel_start()
+lxqt_panel_settings()
 {
     mkdir -p "$XDG_CONFIG_HOME/lxqt"
     cat >"$XDG_CONFIG_HOME/lxqt/panel.conf" <<'CONF'
@@ -167,6 +168,11 @@ width=100
 alignment=Right
 type=statusnotifier
 CONF
+}
+
+lxqt_panel_start()
+{
+    lxqt_panel_settings
     start PANEL env XDG_CURRENT_DESKTOP=LXQt lxqt-panel
     until_true name_is_owned org.kde.StatusNotifierWatcher
 }
@@ -185,8 +191,14 @@ monitor_start()
 # icon_at COLOUR: the middle of the icon of that colour, "x y"; false when there is none.
 icon_at()
 {
-    local x y width height
     import -silent -window root "$DESKTOP/screen.png"
+    icon_was_at "$1"
+}
+
+# icon_was_at COLOUR: when the screen was last looked at.
+icon_was_at()
+{
+    local x y width height
     read -r x y width height < <(convert "$DESKTOP/screen.png" -fuzz 8% -fill black +opaque "$1" -trim \
         -format '%X %Y %w %h\n' info: 2>/dev/null | tr -d +)
     ((${width:-0} >= 10 && width <= 40 && height <= 40)) && echo "$((x + width / 2)) $((y + height / 2))"

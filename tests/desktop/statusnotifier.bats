@@ -118,10 +118,12 @@ entry_is_enabled()
     monitor_start
     until_true icon_is "$green"
     name=$(item_name)
+    start TRAFFIC dbus-monitor --session "sender='$name'"
+    until_true grep -q NameAcquired "$DESKTOP/TRAFFIC.log"
     # The connection is probed every two seconds.
-    in_network timeout 3 dbus-monitor --session "sender='$name'" >"$DESKTOP/traffic" 2>&1 || true
-    grep -q NameAcquired "$DESKTOP/traffic"
-    not grep -E 'member=(New|ItemsPropertiesUpdated|LayoutUpdated)' "$DESKTOP/traffic"
+    sleep 3
+    end "$TRAFFIC"
+    not grep -E 'member=(New|ItemsPropertiesUpdated|LayoutUpdated)' "$DESKTOP/TRAFFIC.log"
 }
 
 @test "a panel that is restarted shows the icon again" {

@@ -35,6 +35,15 @@ dark_pixels()
         -colorspace gray -threshold 50% -negate -format '%[fx:int(mean*w*h+0.5)]' info:
 }
 
+# There are letters, and more of the menu is none.
+menu_is_drawn()
+{
+    local dark size
+    dark=$(dark_pixels)
+    size=$(convert "$DESKTOP/menu.png" -format '%[fx:w*h]' info:)
+    ((dark > 0 && dark < size / 4))
+}
+
 menu_has_more_dark_pixels_than()
 {
     (($(dark_pixels) > $1 + 50))
@@ -70,6 +79,7 @@ menu_has_more_dark_pixels_than()
     until_true icon_is "$green"
     click "$green" 1
     until_true has_menu "$MONITOR"
+    until_true menu_is_drawn
     before=$(dark_pixels)
     pull_cable
     until_true menu_has_more_dark_pixels_than "$before"

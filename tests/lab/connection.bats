@@ -63,6 +63,10 @@ put_cable_back()
 @test "the cable stays out until NetworkManager gives up, and is put back" {
     come_online
     start routes "${inside[@]}" "${tied[@]}" ip -4 monitor address
+    # It does not say when it begins to listen.
+    until next_line routes 0.1; do
+        "${inside[@]}" ip address replace 192.0.2.1/32 dev lo
+    done
     pull_cable
     expect_line monitor "$red"
     await_line routes '^Deleted .* 192\.168\.77\.'

@@ -4,12 +4,14 @@
 #include <QDeadlineTimer>
 #include <QEventLoop>
 
+#include <sys/wait.h>
+
 namespace velq::testing
 {
 
 bool waitUntil(const std::function<bool()> &condition)
 {
-    const QDeadlineTimer deadline(std::chrono::seconds(10));
+    const QDeadlineTimer deadline(std::chrono::seconds(40));
     while (!condition()) {
         if (deadline.hasExpired())
             return false;
@@ -17,6 +19,13 @@ bool waitUntil(const std::function<bool()> &condition)
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
     return true;
+}
+
+bool hasExited(pid_t child)
+{
+    int status = 0;
+    return waitUntil([&] { return waitpid(child, &status, WNOHANG) == child; })
+        && WIFEXITED(status);
 }
 
 void settle()

@@ -57,15 +57,18 @@ end_monitor()
 }
 
 # expect_changes NAME: it goes on showing the network's state, told by the kernel and not by its own
-# two-second look, which alone would take twenty seconds for these ten changes. Leaves it connected.
+# two-second look, which alone would come two seconds after another. Leaves it connected. On a busy machine some
+# rounds take longer; those do not count.
 expect_changes()
 {
-    local begin=$EPOCHREALTIME round
-    for ((round = 0; round < 5; ++round)); do
+    local begin round quick=0
+    for ((round = 0; round < 20 && quick < 5; ++round)); do
+        begin=$EPOCHREALTIME
         pull_cable
         expect_line "$1" "$red"
         put_cable_back
         expect_line "$1" "$green"
+        (($(milliseconds_since "$begin") >= 1800)) || ((++quick))
     done
-    (($(milliseconds_since "$begin") < 10000)) || complain "$1 learns of changes late"
+    ((quick == 5)) || complain "$1 learns of changes late"
 }

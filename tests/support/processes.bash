@@ -4,7 +4,7 @@
 
 here=${BATS_TEST_TMPDIR:-${BATS_FILE_TMPDIR:-}}
 # A deadline, not a pause: nothing waits longer than it must. Sanitized programs on a busy machine are slow.
-patience=40
+patience=${VELQ_PATIENCE:-40}
 # Global by word: bats reads its files inside a function.
 declare -gA pids=() outputs=()
 
@@ -86,6 +86,22 @@ report()
     cat "$here/$1.lines" "$here/$1.err" 2>/dev/null
 }
 
+# pause SECONDS: between two looks at what tells nobody of its changes.
+pause()
+{
+    read -r -t "$1" <> <(:) || true
+}
+
+# until_true COMMAND...: for what tells nobody of its changes.
+until_true()
+{
+    local deadline=$((EPOCHSECONDS + patience))
+    until "$@"; do
+        ((EPOCHSECONDS < deadline)) || complain "never came true: $*" || return
+        pause 0.05
+    done
+}
+
 # processor_time PID: what it has used so far, in milliseconds.
 processor_time()
 {
@@ -136,6 +152,19 @@ stop_everything()
         wait "${pids[$name]}" 2>/dev/null || true
     done
     pids=()
+}
+
+# once_within MILLISECONDS COMMAND...: it succeeds each time, and takes no longer in one of five tries at least: a busy
+# machine may stop it now and then.
+once_within()
+{
+    local try begin
+    for ((try = 0; try < 5; ++try)); do
+        begin=$EPOCHREALTIME
+        "${@:2}"
+        (($(milliseconds_since "$begin") >= $1)) || return 0
+    done
+    complain "it always takes longer than $1 ms: ${*:2}"
 }
 
 # milliseconds_since TIME, as taken from $EPOCHREALTIME
