@@ -39,6 +39,15 @@ TEST(RoutingTableTest, NetworksBroadcastsAndLinksAreNone)
     EXPECT_TRUE(routed("192.168.1.5  127.0.0.1  UHS  lo0\n").isEmpty());
 }
 
+TEST(RoutingTableTest, AGatewayThatOnlyResemblesTheseIsADevices)
+{
+    for (const char *gateway : {"127.0.0.10", "1127.0.0.1", "en0link#4", "Link#4", "link",
+                                "FF:FF:FF:FF:FF:FF", "ff:ff:ff:ff:ff:ff:ff"}) {
+        const QByteArray row = QByteArray("192.168.1.7  ") + gateway + "  UHLWI  en0\n";
+        EXPECT_EQ(routed(row.constData()), QList{device("192.168.1.7", gateway)});
+    }
+}
+
 TEST(RoutingTableTest, TheRangeMayStandAnywhereInFourParts)
 {
     EXPECT_EQ(routed("10.192.168.3 a:b:c:d:e:f U\n"), QList{device("10.192.168.3", "a:b:c:d:e:f")});
@@ -73,6 +82,12 @@ TEST(AddressCacheTest, ANamelessHostIsADevice)
 {
     EXPECT_EQ(cached("? (192.168.1.1) at aa:bb:cc:dd:ee:ff on en0 ifscope [ethernet]\n"),
               QList{device("192.168.1.1", "aa:bb:cc:dd:ee:ff")});
+}
+
+TEST(AddressCacheTest, EveryMarkOfANamelessHostGoes)
+{
+    EXPECT_EQ(cached("? (? (192.168.1.1) at a:b? (:c on en0\n"),
+              QList{device("192.168.1.1", "a:b:c")});
 }
 
 TEST(AddressCacheTest, ANameStaysInTheAddress)

@@ -210,6 +210,21 @@ TEST_F(WifiDeviceScannerTest, StoppingKeepsTheKnownDevices)
     EXPECT_EQ(announced().size(), 1);
 }
 
+TEST_F(WifiDeviceScannerTest, WhatIsSetCountsAsItsOwn)
+{
+    QObject owner;
+    const auto timer = RunLoopTimer::scheduled(std::chrono::hours(1), &owner, [] {});
+    scanner->setTimer(timer);
+    scanner->monitor();
+    EXPECT_EQ(scanner->timer(), timer);
+    scanner->stopMonitor();
+    EXPECT_FALSE(timer->isActive());
+
+    scanner->setDevices(QList{device("192.168.1.1", "a:1")});
+    pass({"1 a:1", "2 a:2"});
+    EXPECT_EQ(announced(), QStringList{QStringLiteral("ip: 192.168.1.2\nMac address: a:2")});
+}
+
 TEST_F(WifiDeviceScannerTest, TheTimerRunsAPass)
 {
     tools.addPrinting(QStringLiteral("netstat"), "192.168.1.1 a:1 U\n");
