@@ -1,7 +1,7 @@
 // One look at the connection, beside the least that can be asked of the kernel.
 
 #include "monitor/MenuInterface.h"
-#include "platform/linux/rtnetlink/Tables.h"
+#include "platform/linux/rtnetlink/Routes.h"
 
 #include <benchmark/benchmark.h>
 

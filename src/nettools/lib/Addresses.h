@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/rtnetlink/Tables.h"
+#include "platform/linux/rtnetlink/Address.h"
 
 #include <cstdint>
 #include <span>

@@ -1,6 +1,7 @@
 #pragma once
 
-#include "platform/linux/rtnetlink/Tables.h"
+#include "platform/linux/rtnetlink/Links.h"
+#include "platform/linux/rtnetlink/Neighbours.h"
 
 #include <string>
 #include <string_view>

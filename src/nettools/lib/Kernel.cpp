@@ -66,6 +66,12 @@ const rtnetlink::Link *KernelTables::link(uint32_t index) const
     return found != links.end() && found->index == index ? &*found : nullptr;
 }
 
+const rtnetlink::Link *KernelTables::linkNamed(std::string_view name) const
+{
+    const auto found = std::ranges::find(links, name, &rtnetlink::Link::name);
+    return found != links.end() ? &*found : nullptr;
+}
+
 const rtnetlink::Link *KernelTables::loopback() const
 {
     const auto found = std::ranges::find_if(links, &rtnetlink::Link::isLoopback);
@@ -77,6 +83,17 @@ std::optional<KernelTables> readRoutingState()
     return readWhole([](Socket &socket, KernelTables &tables) {
         return readLinksInto(socket, tables) && readFamily(socket, AF_INET, tables)
             && readFamily(socket, AF_INET6, tables);
+    });
+}
+
+std::optional<KernelTables> readInterfaces()
+{
+    return readWhole([](Socket &socket, KernelTables &tables) {
+        return readLinksInto(socket, tables)
+            && rtnetlink::readInterfaceAddresses(socket, AF_INET,
+                                                 ofFamily(AF_INET, tables.addresses))
+            && rtnetlink::readInterfaceAddresses(socket, AF_INET6,
+                                                 ofFamily(AF_INET6, tables.addresses));
     });
 }
 

@@ -1,6 +1,7 @@
 #include "platform/linux/DefaultRoutes.h"
 
 #include "platform/linux/UsableRoute.h"
+#include "platform/linux/rtnetlink/InterfaceAddresses.h"
 
 #include <linux/rtnetlink.h>
 
@@ -62,11 +63,12 @@ bool hasAddressBeyondItsLink(uint8_t family)
     auto socket = Socket::open();
     bool found = false;
     return socket
-        && rtnetlink::readAddressScopes(*socket, family,
-                                        [&](const uint8_t &scope) {
-                                            found = found || scope == RT_SCOPE_UNIVERSE;
-                                            return Socket::Visit::Continue;
-                                        })
+        && rtnetlink::readInterfaceAddresses(*socket, family,
+                                             [&](const rtnetlink::InterfaceAddress &address) {
+                                                 found =
+                                                     found || address.scope == RT_SCOPE_UNIVERSE;
+                                                 return Socket::Visit::Continue;
+                                             })
         && found;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/SCNetworkReachability.h"
-#include "platform/linux/rtnetlink/Tables.h"
+#include "platform/linux/rtnetlink/Routes.h"
 
 namespace velq
 {

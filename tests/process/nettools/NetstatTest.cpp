@@ -1,4 +1,5 @@
-#include "platform/linux/rtnetlink/Tables.h"
+#include "platform/linux/rtnetlink/Links.h"
+#include "platform/linux/rtnetlink/Routes.h"
 #include "process/nettools/Golden.h"
 #include "process/nettools/ToolRun.h"
 #include "support/NetworkNamespace.h"

@@ -1,25 +1,21 @@
-#include "platform/linux/rtnetlink/Tables.h"
+#include "platform/linux/rtnetlink/InterfaceAddresses.h"
+#include "platform/linux/rtnetlink/Links.h"
+#include "platform/linux/rtnetlink/Neighbours.h"
+#include "platform/linux/rtnetlink/Routes.h"
+#include "support/Addresses.h"
 #include "support/NetworkNamespace.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <arpa/inet.h>
 #include <linux/rtnetlink.h>
 
 namespace
 {
 
 using namespace velq::rtnetlink;
+using velq::testing::address;
 using velq::testing::ip;
-
-Address address(const char *text)
-{
-    Address result;
-    result.family = std::string_view(text).find(':') == std::string_view::npos ? AF_INET : AF_INET6;
-    EXPECT_EQ(inet_pton(result.family, text, result.bytes.data()), 1) << text;
-    return result;
-}
 
 template <typename Record> struct Collected {
     std::vector<Record> records;
