@@ -9,8 +9,6 @@ namespace velq
 namespace
 {
 
-constexpr in_addr_t localLinkNetwork = 0xa9fe0000; // 169.254.0.0
-
 constexpr const char *sourceFile = "Reachability";
 constexpr const char *callbackSignature =
     "void ReachabilityCallback(SCNetworkReachabilityRef, SCNetworkReachabilityFlags, void *)";

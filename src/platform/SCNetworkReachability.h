@@ -24,6 +24,9 @@ constexpr SCNetworkReachabilityFlags kSCNetworkReachabilityFlagsInterventionRequ
 constexpr SCNetworkReachabilityFlags kSCNetworkReachabilityFlagsConnectionOnDemand = 32;
 constexpr SCNetworkReachabilityFlags kSCNetworkReachabilityFlagsIsDirect = 0x20000;
 
+/// The address that stands for the local link, in host order: 169.254.0.0.
+constexpr in_addr_t localLinkNetwork = 0xa9fe0000;
+
 /// Told of a change: the target, its flags now, and the pointer given with the function.
 using SCNetworkReachabilityCallBack = void (*)(SCNetworkReachabilityRef, SCNetworkReachabilityFlags,
                                                void *info);

@@ -14,7 +14,6 @@ namespace
 {
 
 constexpr in_addr_t zeroAddress = INADDR_ANY;
-constexpr in_addr_t localLinkNetwork = 0xa9fe0000; // 169.254.0.0
 
 rtnetlink::Address addressFrom(const sockaddr *from)
 {

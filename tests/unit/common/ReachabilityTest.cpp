@@ -162,6 +162,52 @@ TEST_F(ReachabilityMonitorTest, AChangeIsPostedWithTheMonitorAsItsObject)
     EXPECT_EQ(about, &monitor);
 }
 
+TEST_F(ReachabilityMonitorTest, StoppingUnschedulesAndLeavesTheCallback)
+{
+    QObject context;
+    int posts = 0;
+    NotificationCenter::defaultCenter().addObserver(
+        &context, kNetworkReachabilityChangedNotification, &monitor, [&](QObject *) { ++posts; });
+    ASSERT_TRUE(monitor.startNotifer());
+    EXPECT_EQ(target->scheduled, 1);
+    monitor.stopNotifer();
+    EXPECT_EQ(target->scheduled, 0);
+    target->change();
+    EXPECT_EQ(posts, 1);
+}
+
+// A target that tells what happens to it in the end.
+class MortalTarget : public ScriptedTarget
+{
+public:
+    explicit MortalTarget(QStringList &events)
+        : m_events(events)
+    {
+    }
+    MortalTarget(const MortalTarget &) = delete;
+    MortalTarget &operator=(const MortalTarget &) = delete;
+    ~MortalTarget() override { m_events.append(QStringLiteral("released")); }
+
+    bool unscheduleFromRunLoop() override
+    {
+        m_events.append(QStringLiteral("unscheduled"));
+        return true;
+    }
+
+private:
+    QStringList &m_events;
+};
+
+TEST(ReachabilityEndTest, ItsEndUnschedulesAndReleasesTheTarget)
+{
+    QStringList events;
+    auto monitor = std::make_unique<Reachability>(std::make_unique<MortalTarget>(events));
+    ASSERT_TRUE(monitor->startNotifer());
+    EXPECT_TRUE(events.isEmpty());
+    monitor.reset();
+    EXPECT_EQ(events, (QStringList{QStringLiteral("unscheduled"), QStringLiteral("released")}));
+}
+
 TEST(ReachabilityLocalLinkTest, UsesTheLocalLinkRule)
 {
     auto owned = std::make_unique<ScriptedTarget>();
@@ -197,6 +243,20 @@ TEST(ReachabilityFactoriesTest, TheLocalLinkMonitorAsksForTheLocalLink)
     EXPECT_EQ(local->currentReachabilityStatus(), NetworkNotReachable);
     ip("addr add 192.168.7.3/24 dev lan0");
     EXPECT_EQ(local->currentReachabilityStatus(), NetworkReachable);
+}
+
+// No IPv4 address is reachable then, but the internet is.
+TEST(ReachabilityFactoriesTest, TheInternetMonitorAsksForAnyRouteToTheOutside)
+{
+    ENTER_NETWORK_NAMESPACE_OR_SKIP();
+    ip("link add lan0 type veth peer name far0");
+    ip("link set lan0 up");
+    ip("link set far0 up");
+    const auto internet = Reachability::reachabilityForInternetConnection();
+    EXPECT_EQ(internet->currentReachabilityStatus(), NetworkNotReachable);
+    ip("-6 addr add 2001:db8::2/64 dev lan0 nodad");
+    ip("-6 route add default via 2001:db8::1 dev lan0");
+    EXPECT_EQ(internet->currentReachabilityStatus(), NetworkReachable);
 }
 
 template <typename Broken> AssertionFailure failureOf(Broken broken)
