@@ -22,12 +22,24 @@ public:
     /// links followed. Made on first use.
     static const Bundle &mainBundle();
 
+    /// The running program's own file, symbolic links followed.
+    static QString mainExecutablePath();
+    /// The name that people know the running application by: the main bundle's
+    /// "CFBundleDisplayName", else its "CFBundleName", else the program's file name.
+    static QString runningApplicationName();
+
     /// The bundle of the program file at `executable`.
     static Bundle ofExecutable(const QString &executable);
 
     QString bundlePath() const;
     QString resourcePath() const;
     QString helperPath() const;
+    /// The program, "CFBundleExecutable" in `MacOS/`, or the one that is called as the bundle where
+    /// that key is absent; null when there is no such program.
+    QString executablePath() const;
+
+    /// The file or bundle NAME.TYPE in the resources; null when there is none.
+    QString pathForResource(const QString &name, const QString &type) const;
 
     /// Empty when there is none.
     QVariantMap infoDictionary() const;

@@ -19,9 +19,24 @@ Bundle::Bundle(const QString &path)
 
 const Bundle &Bundle::mainBundle()
 {
-    static const Bundle bundle =
-        ofExecutable(QFile::symLinkTarget(QStringLiteral("/proc/self/exe")));
+    static const Bundle bundle = ofExecutable(mainExecutablePath());
     return bundle;
+}
+
+QString Bundle::mainExecutablePath()
+{
+    return QFile::symLinkTarget(QStringLiteral("/proc/self/exe"));
+}
+
+QString Bundle::runningApplicationName()
+{
+    for (const auto &key :
+         {QStringLiteral("CFBundleDisplayName"), QStringLiteral("CFBundleName")}) {
+        QString name = mainBundle().textForInfoDictionaryKey(key);
+        if (!name.isEmpty())
+            return name;
+    }
+    return QFileInfo(mainExecutablePath()).fileName();
 }
 
 Bundle Bundle::ofExecutable(const QString &executable)
@@ -44,6 +59,20 @@ QString Bundle::resourcePath() const
 QString Bundle::helperPath() const
 {
     return QFileInfo(m_contents).isDir() ? m_contents + QStringLiteral("/Helpers") : m_path;
+}
+
+QString Bundle::executablePath() const
+{
+    const QString name = textForInfoDictionaryKey(QStringLiteral("CFBundleExecutable"));
+    const QFileInfo program(m_contents + QStringLiteral("/MacOS/")
+                            + (name.isEmpty() ? QFileInfo(m_path).completeBaseName() : name));
+    return program.isFile() && program.isExecutable() ? program.filePath() : QString();
+}
+
+QString Bundle::pathForResource(const QString &name, const QString &type) const
+{
+    const QString path = resourcePath() + u'/' + name + u'.' + type;
+    return QFileInfo::exists(path) ? path : QString();
 }
 
 QVariantMap Bundle::infoDictionary() const

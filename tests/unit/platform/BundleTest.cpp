@@ -48,6 +48,39 @@ TEST_F(BundleTest, KnowsItsInformationDictionary)
     EXPECT_EQ(bundle.infoDictionary().size(), 3);
 }
 
+TEST_F(BundleTest, ItsProgramIsTheNamedOneOrItsNamesake)
+{
+    EXPECT_TRUE(Bundle(root).executablePath().isNull());
+    const QString program = root + QStringLiteral("/Contents/MacOS/Some");
+    ASSERT_TRUE(QFile::copy(QStringLiteral("/bin/true"), program));
+    EXPECT_EQ(Bundle(root).executablePath(), program);
+    ASSERT_TRUE(QFile::rename(program, root + QStringLiteral("/Contents/MacOS/Named")));
+    EXPECT_TRUE(Bundle(root).executablePath().isNull());
+    QFile info(root + QStringLiteral("/Contents/Info.plist"));
+    ASSERT_TRUE(info.open(QIODevice::WriteOnly));
+    info.write("<plist version=\"1.0\"><dict><key>CFBundleExecutable</key>"
+               "<string>Named</string></dict></plist>");
+    info.close();
+    EXPECT_EQ(Bundle(root).executablePath(), root + QStringLiteral("/Contents/MacOS/Named"));
+    EXPECT_TRUE(Bundle(folder.path() + QStringLiteral("/absent")).executablePath().isNull());
+}
+
+TEST_F(BundleTest, ResourcesAreFoundByNameAndType)
+{
+    const QString app = root + QStringLiteral("/Contents/Resources/Other.app");
+    ASSERT_TRUE(QDir().mkpath(app));
+    const Bundle bundle(root);
+    const QString type = QStringLiteral("app");
+    EXPECT_EQ(bundle.pathForResource(QStringLiteral("Other"), type), app);
+    EXPECT_TRUE(bundle.pathForResource(QStringLiteral("None"), type).isNull());
+    EXPECT_TRUE(bundle.pathForResource(QStringLiteral("Other"), QStringLiteral("png")).isNull());
+}
+
+TEST_F(BundleTest, AProgramWithoutAnInformationDictionaryHasItsFilesName)
+{
+    EXPECT_EQ(Bundle::runningApplicationName(), QStringLiteral("test_platform"));
+}
+
 TEST_F(BundleTest, WhatIsMissingOrNoTextIsNull)
 {
     const Bundle bundle(root);
