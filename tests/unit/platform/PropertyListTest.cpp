@@ -1,6 +1,7 @@
 #include "platform/PropertyList.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTimeZone>
 #include <gtest/gtest.h>
@@ -66,25 +67,35 @@ TEST(PropertyListTest, WhatIsNoDictionaryIsNothing)
     EXPECT_FALSE(PropertyList::dictionaryFromData("bplist00").has_value());
 }
 
-TEST(PropertyListTest, EveryCutOfAListIsNothingOrADictionary)
+TEST(PropertyListTest, WhatIsWrittenIsReadAgain)
 {
-    const QByteArray whole = xml("<dict><key>a</key><array><string>b</string></array></dict>");
-    const qsizetype closed = whole.indexOf("</plist>");
-    for (qsizetype length = 0; length < closed; ++length) {
-        const auto read = PropertyList::dictionaryFromData(QByteArrayView(whole).first(length));
-        EXPECT_TRUE(!read || read->keys() == QStringList{QStringLiteral("a")} || read->isEmpty());
-    }
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.plist"));
+    const QVariantMap written{{QStringLiteral("KeepAlive"), true},
+                              {QStringLiteral("Version"), 7U},
+                              {QStringLiteral("Label"), QString()},
+                              {QStringLiteral("Program"), QVariant()},
+                              {QStringLiteral("Empty"), QStringLiteral("")}};
+    EXPECT_TRUE(PropertyList::writeDictionary(written, file));
+    const QVariantMap read = PropertyList::dictionaryFromFile(file).value_or(QVariantMap());
+    EXPECT_EQ(read.keys(),
+              QStringList({QStringLiteral("Empty"), QStringLiteral("KeepAlive"),
+                           QStringLiteral("Version")}));
+    EXPECT_EQ(read.value(QStringLiteral("Version")).toInt(), 7);
+    EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
 }
 
-TEST(PropertyListTest, NestingWithoutEndEnds)
+TEST(PropertyListTest, WhatCannotBeWrittenChangesNothing)
 {
-    QByteArray body = "<dict><key>deep</key>";
-    for (int level = 0; level < 300; ++level)
-        body += "<array>";
-    for (int level = 0; level < 300; ++level)
-        body += "</array>";
-    EXPECT_NO_FATAL_FAILURE(
-        (void)PropertyList::dictionaryFromData(xml((body + "</dict>").constData())));
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("a.plist"));
+    const QString key = QStringLiteral("key");
+    EXPECT_TRUE(PropertyList::writeDictionary({{key, true}}, file));
+    EXPECT_FALSE(PropertyList::writeDictionary({{key, QStringLiteral("\x1b")}}, file));
+    EXPECT_FALSE(PropertyList::changeDictionary({{key, QVariant::fromValue(QChar())}}, file));
+    EXPECT_TRUE(PropertyList::dictionaryFromFile(file)->value(key).toBool());
+    EXPECT_FALSE(PropertyList::writeDictionary({}, folder.filePath(QStringLiteral("none/a"))));
+    EXPECT_TRUE(PropertyList::changeDictionary({}, folder.filePath(QStringLiteral("none/a"))));
 }
 
 TEST(PropertyListTest, AMissingFileIsNothing)
