@@ -1,6 +1,5 @@
 #include "platform/GlobalQueue.h"
 
-#include "platform/MainQueue.h"
 #include "platform/TaskList.h"
 
 #include <QThreadPool>
@@ -22,7 +21,6 @@ QThreadPool &pool()
         global->setMaxThreadCount(mostThreads);
         // The next task is twenty seconds away: a thread kept for it would only hold memory.
         global->setExpiryTimeout(0);
-        MainQueue::prepare();
         return global;
     }();
     return *configured;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "platform/TaskList.h"
-
 #include <QObject>
+
+#include <functional>
 
 namespace velq
 {
@@ -17,15 +17,14 @@ public:
     /// thread, while the application object exists.
     static void async(std::function<void()> task);
 
-    /// Makes the queue before others use it; without that, the first use does.
-    static void prepare();
+    /// Runs `task` on the main thread and returns when it has been done; what it throws is thrown
+    /// here. On the main thread that is at once, without waiting for the tasks of others.
+    static void sync(const std::function<void()> &task);
 
 private:
     MainQueue();
     static MainQueue &instance();
     Q_INVOKABLE void runNext();
-
-    TaskList m_tasks;
 };
 
 } // namespace velq

@@ -7,6 +7,9 @@
 #include <QThread>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
+#include <stdexcept>
 #include <thread>
 
 namespace
@@ -48,6 +51,38 @@ TEST(MainQueueTest, NeverRunsBeforeTheCallReturns)
     MainQueue::async([&] { ran = true; });
     EXPECT_FALSE(ran);
     EXPECT_TRUE(waitUntil([&] { return ran; }));
+}
+
+TEST(MainQueueTest, ASynchronousTaskIsDoneWhenTheCallReturns)
+{
+    QThread *thread = nullptr;
+    auto waiting = std::async(std::launch::async, [&] {
+        MainQueue::sync([&] { thread = QThread::currentThread(); });
+        return thread;
+    });
+    EXPECT_TRUE(waitUntil(
+        [&] { return waiting.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    EXPECT_EQ(waiting.get(), QCoreApplication::instance()->thread());
+}
+
+TEST(MainQueueTest, OnTheMainThreadASynchronousTaskRunsAtOnce)
+{
+    bool earlier = false;
+    MainQueue::async([&] { earlier = true; });
+    bool ran = false;
+    MainQueue::sync([&] { ran = true; });
+    EXPECT_TRUE(ran);
+    EXPECT_FALSE(earlier);
+    EXPECT_TRUE(waitUntil([&] { return earlier; }));
+}
+
+TEST(MainQueueTest, WhatASynchronousTaskThrowsReachesTheCaller)
+{
+    auto waiting = std::async(std::launch::async,
+                              [] { MainQueue::sync([] { throw std::runtime_error("no"); }); });
+    EXPECT_TRUE(waitUntil(
+        [&] { return waiting.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+    EXPECT_THROW(waiting.get(), std::runtime_error);
 }
 
 } // namespace
