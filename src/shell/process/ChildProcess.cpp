@@ -54,38 +54,62 @@ private:
 };
 
 // What this program itself changes for its own sake; a SIGHUP that nohup ignores stays ignored.
-void undoSignalChanges(Attributes &attributes)
+sigset_t ownChanges()
 {
-    sigset_t none;
-    sigemptyset(&none);
     sigset_t changed;
     sigemptyset(&changed);
     sigaddset(&changed, SIGPIPE);
     sigaddset(&changed, SIGTTIN);
-    posix_spawnattr_setsigmask(attributes.get(), &none);
-    posix_spawnattr_setsigdefault(attributes.get(), &changed);
-    posix_spawnattr_setflags(attributes.get(), POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    return changed;
 }
 
-std::vector<char *> argumentVector(const std::string &path,
-                                   const std::vector<std::string> &arguments)
+sigset_t everySignal()
 {
-    std::vector<char *> vector{const_cast<char *>(path.c_str())};
-    for (const std::string &argument : arguments)
-        vector.push_back(const_cast<char *>(argument.c_str()));
-    vector.push_back(nullptr);
-    return vector;
+    sigset_t all;
+    sigfillset(&all);
+    return all;
 }
 
-int spawn(const std::string &path, const std::vector<std::string> &arguments, int output, int &pid)
+void set(Attributes &attributes, bool ownSession)
+{
+    sigset_t none;
+    sigemptyset(&none);
+    const sigset_t defaults = ownSession ? everySignal() : ownChanges();
+    posix_spawnattr_setsigmask(attributes.get(), &none);
+    posix_spawnattr_setsigdefault(attributes.get(), &defaults);
+    const int flags =
+        POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | (ownSession ? POSIX_SPAWN_SETSID : 0);
+    posix_spawnattr_setflags(attributes.get(), static_cast<short>(flags));
+}
+
+void append(std::vector<char *> &vector, const std::vector<std::string> &words)
+{
+    for (const std::string &word : words)
+        vector.push_back(const_cast<char *>(word.c_str()));
+    vector.push_back(nullptr);
+}
+
+// An `output` of -1 is the parent's own.
+int spawn(const std::string &path, const std::vector<std::string> &arguments,
+          const Surroundings &surroundings, int output, pid_t &pid)
 {
     FileActions actions;
-    posix_spawn_file_actions_adddup2(actions.get(), output, STDOUT_FILENO);
+    if (output >= 0)
+        posix_spawn_file_actions_adddup2(actions.get(), output, STDOUT_FILENO);
+    if (surroundings.mutesError)
+        posix_spawn_file_actions_addopen(actions.get(), STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    if (!surroundings.folder.empty())
+        posix_spawn_file_actions_addchdir_np(actions.get(), surroundings.folder.c_str());
     posix_spawn_file_actions_addclosefrom_np(actions.get(), STDERR_FILENO + 1);
     Attributes attributes;
-    undoSignalChanges(attributes);
-    return posix_spawn(&pid, path.c_str(), actions.get(), attributes.get(),
-                       argumentVector(path, arguments).data(), environ);
+    set(attributes, surroundings.ownSession);
+    std::vector<char *> words{const_cast<char *>(path.c_str())};
+    append(words, arguments);
+    std::vector<char *> variables;
+    if (surroundings.environment)
+        append(variables, *surroundings.environment);
+    return posix_spawn(&pid, path.c_str(), actions.get(), attributes.get(), words.data(),
+                       surroundings.environment ? variables.data() : environ);
 }
 
 } // namespace
@@ -93,17 +117,20 @@ int spawn(const std::string &path, const std::vector<std::string> &arguments, in
 LaunchError::LaunchError(const std::string &path, int errorNumber)
     : std::invalid_argument("cannot launch '" + path
                             + "': " + std::generic_category().message(errorNumber))
+    , m_errorNumber(errorNumber)
 {
 }
 
-ChildProcess::ChildProcess(const std::string &path, const std::vector<std::string> &arguments)
+ChildProcess::ChildProcess(const std::string &path, const std::vector<std::string> &arguments,
+                           const Surroundings &surroundings)
 {
     std::array<int, 2> ends{-1, -1};
-    if (pipe2(ends.data(), O_CLOEXEC) != 0)
+    if (!surroundings.inheritsOutput && pipe2(ends.data(), O_CLOEXEC) != 0)
         throw LaunchError(path, errno);
     m_output = ends[0];
-    const int failure = spawn(path, arguments, ends[1], m_pid);
-    close(ends[1]);
+    const int failure = spawn(path, arguments, surroundings, ends[1], m_pid);
+    if (ends[1] >= 0)
+        close(ends[1]);
     if (failure != 0) {
         closeOutput();
         throw LaunchError(path, failure);
@@ -123,8 +150,14 @@ void ChildProcess::waitUntilExit()
 {
     if (m_pid < 0)
         return;
-    while (waitpid(m_pid, nullptr, 0) < 0 && errno == EINTR) { }
+    while (waitpid(m_pid, &m_status, 0) < 0 && errno == EINTR) { }
     m_pid = -1;
+}
+
+int ChildProcess::exitStatus() const
+{
+    constexpr int signalled = 128;
+    return WIFSIGNALED(m_status) ? signalled + WTERMSIG(m_status) : WEXITSTATUS(m_status);
 }
 
 ChildProcess::Event ChildProcess::waitForEvent()

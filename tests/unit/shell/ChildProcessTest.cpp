@@ -102,6 +102,72 @@ TEST(ChildProcessTest, TellsOutputFromExit)
     EXPECT_EQ(child.waitForEvent(), ChildProcess::Event::Exit);
 }
 
+using velq::process::Surroundings;
+
+TEST(ChildProcessTest, AnEnvironmentOfItsOwnReplacesTheParents)
+{
+    Surroundings given;
+    given.environment = {"ONE=1", "TWO=a b"};
+    EXPECT_EQ(ChildProcess("/usr/bin/env", {}, given).readToEnd(), "ONE=1\nTWO=a b\n");
+    given.environment->clear();
+    EXPECT_EQ(ChildProcess("/usr/bin/env", {}, given).readToEnd(), "");
+}
+
+TEST(ChildProcessTest, ItsComplaintsAreLostWhenNobodyWantsThem)
+{
+    const std::vector<std::string> whereTo{"-c", "readlink /proc/self/fd/2"};
+    Surroundings given;
+    EXPECT_NE(ChildProcess("/bin/sh", whereTo, given).readToEnd(), "/dev/null\n");
+    given.mutesError = true;
+    EXPECT_EQ(ChildProcess("/bin/sh", whereTo, given).readToEnd(), "/dev/null\n");
+}
+
+TEST(ChildProcessTest, WorksInTheFolderItWasGiven)
+{
+    Surroundings given;
+    given.folder = "/usr";
+    EXPECT_EQ(ChildProcess("/bin/sh", {"-c", "pwd -P"}, given).readToEnd(), "/usr\n");
+    given.folder = "/no/such/folder";
+    EXPECT_THROW(ChildProcess("/bin/sh", {"-c", "pwd"}, given), LaunchError);
+}
+
+// The C library keeps two signals beyond the 31 for itself.
+TEST(ChildProcessTest, InASessionOfItsOwnEverySignalIsAtItsDefault)
+{
+    Surroundings given;
+    given.ownSession = true;
+    const auto before = std::signal(SIGHUP, SIG_IGN);
+    ChildProcess child("/bin/sh", {"-c", R"(
+        set -- $(cat /proc/self/stat)
+        echo $(($6 == $$))
+        ignored=$(awk '/SigIgn/ { print $2 }' /proc/self/status)
+        echo $((0x$ignored & 0x7fffffff)))"},
+                       given);
+    EXPECT_EQ(child.readToEnd(), "1\n0\n");
+    (void)std::signal(SIGHUP, before);
+}
+
+TEST(ChildProcessTest, InheritingTheOutputItMakesNoPipe)
+{
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe2(ends.data(), O_CLOEXEC), 0);
+    const int kept = dup(STDOUT_FILENO);
+    dup2(ends[1], STDOUT_FILENO);
+    close(ends[1]);
+    Surroundings given;
+    given.inheritsOutput = true;
+    {
+        const ChildProcess child("/bin/echo", {"here"}, given);
+        EXPECT_EQ(child.output(), -1);
+    }
+    dup2(kept, STDOUT_FILENO);
+    close(kept);
+    std::array<char, 16> text{};
+    EXPECT_EQ(read(ends[0], text.data(), text.size()), 5);
+    EXPECT_STREQ(text.data(), "here\n");
+    close(ends[0]);
+}
+
 TEST(ChildProcessTest, LeavesNoZombie)
 {
     {
