@@ -2,6 +2,8 @@
 
 #include <QStringDecoder>
 
+#include <algorithm>
+
 namespace velq
 {
 
@@ -20,6 +22,16 @@ QString decodedUtf8(QByteArrayView bytes)
 QString shown(const QString &text)
 {
     return text.isNull() ? QStringLiteral("(null)") : text;
+}
+
+QString onOneLine(QString text)
+{
+    const auto isControl = [](QChar each) {
+        return each.category() == QChar::Other_Control || each == QChar::LineSeparator
+            || each == QChar::ParagraphSeparator;
+    };
+    std::ranges::replace_if(text, isControl, QChar(QLatin1Char(' ')));
+    return text;
 }
 
 } // namespace velq

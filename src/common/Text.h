@@ -12,4 +12,8 @@ QString decodedUtf8(QByteArrayView bytes);
 /// How a text shows inside a message or a command line: an absent one (null) as "(null)".
 QString shown(const QString &text);
 
+/// The text with a blank for each character that would make it more than a line, or do things to a
+/// terminal.
+QString onOneLine(QString text);
+
 } // namespace velq
