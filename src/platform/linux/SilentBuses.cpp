@@ -1,10 +1,9 @@
 #include "platform/SilentBuses.h"
 
+#include "platform/linux/BusHandle.h"
+
 #include <QDeadlineTimer>
 #include <QtGlobal>
-
-#include <memory>
-#include <systemd/sd-bus.h>
 
 namespace velq
 {
@@ -16,17 +15,13 @@ using namespace std::chrono_literals;
 
 constexpr auto patience = 1s;
 
-struct CloseBus {
-    void operator()(sd_bus *bus) const noexcept { sd_bus_close_unref(bus); }
-};
-
 // A bus that refuses is left to Qt, which then does without it at once.
 bool answersOrRefuses(int (*open)(sd_bus **))
 {
     sd_bus *opened = nullptr;
     if (open(&opened) < 0)
         return true;
-    const std::unique_ptr<sd_bus, CloseBus> bus(opened);
+    const BusHandle bus(opened);
     const QDeadlineTimer deadline(patience);
     while (sd_bus_is_ready(bus.get()) == 0) {
         const int done = sd_bus_process(bus.get(), nullptr);
