@@ -4,6 +4,9 @@
 #include "nettools/Netstat.h"
 #include "nettools/lib/Tool.h"
 
+#include <algorithm>
+#include <array>
+#include <iterator>
 #include <string_view>
 
 namespace velq::nettools
@@ -13,8 +16,8 @@ namespace velq::nettools
 /// it is compiled: so a program links nothing that only its neighbours in this table need.
 inline constexpr Tool tools[] = {
     {"arp", "[-n] -a",
-     "Shows the IPv4 hosts of the local network that the kernel knows, with their hardware\n"
-     "addresses. -n leaves their names out.",
+     "Shows the IPv4 hosts of the local network that the kernel knows, with their\n"
+     "hardware addresses. -n leaves their names out.",
      arp},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
 };
@@ -26,6 +29,16 @@ consteval Tool toolNamed(std::string_view name)
     while (tool->name != name)
         ++tool;
     return *tool;
+}
+
+/// All tools without what they run: for those who only tell of them and link none.
+consteval auto toolDescriptions()
+{
+    std::array<Tool, std::size(tools)> result{};
+    std::ranges::copy(tools, result.begin());
+    for (Tool &each : result)
+        each.run = nullptr;
+    return result;
 }
 
 } // namespace velq::nettools

@@ -1,7 +1,7 @@
 #include "nettools/lib/Addresses.h"
 
-#include <array>
-#include <charconv>
+#include "nettools/lib/Numbers.h"
+
 #include <sys/socket.h>
 
 namespace velq::nettools
@@ -9,14 +9,6 @@ namespace velq::nettools
 
 namespace
 {
-
-void appendNumber(std::string &out, unsigned number, int base = 10)
-{
-    std::array<char, 12> digits{};
-    char *begin = digits.data();
-    const char *end = std::to_chars(begin, begin + digits.size(), number, base).ptr;
-    out.append(std::string_view(begin, end));
-}
 
 void appendOctets(std::string &out, std::span<const uint8_t> octets)
 {

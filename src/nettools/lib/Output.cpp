@@ -1,11 +1,17 @@
 #include "nettools/lib/Output.h"
 
 #include <cerrno>
+#include <cstring>
 #include <string_view>
 #include <unistd.h>
 
 namespace velq::nettools
 {
+
+Outcome Output::failure(int error)
+{
+    return Outcome::failed(std::string("standard output: ") + std::strerror(error));
+}
 
 Output::Output(int descriptor)
     : m_descriptor(descriptor)

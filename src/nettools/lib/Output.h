@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nettools/lib/Tool.h"
+
 #include <string>
 
 namespace velq::nettools
@@ -10,6 +12,9 @@ namespace velq::nettools
 class Output
 {
 public:
+    /// How a tool ends whose standard output does not take what it has to say; for that errno.
+    static Outcome failure(int error);
+
     explicit Output(int descriptor);
 
     /// What is not written yet; append to it.

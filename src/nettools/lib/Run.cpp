@@ -1,10 +1,10 @@
 #include "nettools/lib/Run.h"
 
+#include "nettools/lib/Help.h"
 #include "nettools/lib/Output.h"
 
 #include <cerrno>
 #include <csignal>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -23,18 +23,6 @@ void occupyStandardDescriptors()
         descriptor = open("/dev/null", O_RDONLY | O_CLOEXEC);
     if (descriptor > STDERR_FILENO)
         close(descriptor);
-}
-
-std::string usageLine(const Tool &tool)
-{
-    return std::string("usage: ").append(tool.name).append(" ").append(tool.usage).append("\n");
-}
-
-std::string helpText(const Tool &tool)
-{
-    std::string text = usageLine(tool);
-    text.append("       ").append(tool.name).append(" --help | --version\n\n");
-    return text.append(tool.summary).append("\n");
 }
 
 std::string versionText(const Tool &tool)
@@ -59,8 +47,8 @@ void complain(const Tool &tool, const Outcome &outcome)
     Output errors(STDERR_FILENO);
     if (!outcome.complaint.empty())
         errors.text().append(tool.name).append(": ").append(outcome.complaint).append("\n");
-    if (outcome.status == Outcome::misuse)
-        errors.text() += usageLine(tool);
+    if (outcome.status == Outcome::misuse && !outcome.complaint.empty())
+        errors.text() += usageLines(tool);
     // Nobody is left to be told when even this fails.
     (void)errors.flush();
 }
@@ -75,7 +63,7 @@ int runTool(const Tool &tool, Arguments arguments)
     Output output(STDOUT_FILENO);
     Outcome outcome = perform(tool, arguments, output);
     if (!output.flush() && outcome.status == 0)
-        outcome = Outcome::failed(std::string("standard output: ") + std::strerror(errno));
+        outcome = Output::failure(errno);
     complain(tool, outcome);
     return outcome.status;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "nettools/lib/Form.h"
+
 #include <span>
 #include <string>
 #include <string_view>
@@ -26,13 +28,15 @@ struct Outcome {
     static Outcome misused(std::string complaint) { return {misuse, std::move(complaint)}; }
 };
 
-/// One tool as the table lists it. `run` prints through the given output and reports failures by
-/// its outcome; it writes nothing to standard error itself.
+/// One tool as the table lists it: what is called, helped with and described in its manual page.
+/// `run` prints through the given output and reports failures by its outcome; it writes nothing to
+/// standard error itself.
 struct Tool {
     std::string_view name;
-    std::string_view usage;   ///< its arguments, as the usage line shows them
-    std::string_view summary; ///< one sentence
+    std::string_view usage;   ///< the arguments; a line for each way to call it
+    std::string_view summary; ///< sentences in lines; a line that begins with a blank stays one
     Outcome (*run)(Arguments, Output &);
+    std::span<const Form> forms{}; ///< for a tool that has them
 };
 
 } // namespace velq::nettools

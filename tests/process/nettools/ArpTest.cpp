@@ -75,4 +75,10 @@ TEST_F(ArpTest, ADeadNameServerIsAskedOnce)
     EXPECT_THAT(server.questions(), SizeIs(1));
 }
 
+TEST(ArpCall, WhatItCannotDoIsMisuse)
+{
+    expectGolden("arp-without-options", runNettool("arp", {}));
+    expectGolden("arp-unexpected-argument", runNettool("arp", {"-an", "en0"}));
+}
+
 } // namespace

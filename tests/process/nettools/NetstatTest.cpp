@@ -227,4 +227,10 @@ TEST(NetstatAlone, ClosedDescriptorsStayOutOfTheWay)
     EXPECT_EQ(failed.status, 1);
 }
 
+TEST(NetstatCall, WhatItCannotDoIsMisuse)
+{
+    expectGolden("netstat-without-options", runNettool("netstat", {}));
+    expectGolden("netstat-unexpected-argument", runNettool("netstat", {"-nr", "en0"}));
+}
+
 } // namespace

@@ -50,12 +50,9 @@ int statusOf(pid_t child)
 
 } // namespace
 
-ToolRun runNettool(const std::string &name, const std::vector<std::string> &arguments,
+ToolRun runProgram(const std::string &program, std::vector<std::string> words,
                    const std::function<void()> &prepare)
 {
-    const std::string program = VELQ_NETTOOLS "/" + name;
-    std::vector<std::string> words = arguments;
-    words.insert(words.begin(), name);
     std::vector<char *> argv(words.size() + 1, nullptr);
     std::ranges::transform(words, argv.begin(), [](std::string &word) { return word.data(); });
 
@@ -66,12 +63,20 @@ ToolRun runNettool(const std::string &name, const std::vector<std::string> &argu
         dup2(output.descriptor(), STDOUT_FILENO);
         dup2(errors.descriptor(), STDERR_FILENO);
         prepare();
-        execv(program.c_str(), argv.data());
+        execvp(program.c_str(), argv.data());
         _exit(127);
     }
     EXPECT_GT(child, 0);
     const int status = statusOf(child);
     return {output.text(), errors.text(), status};
+}
+
+ToolRun runNettool(const std::string &name, const std::vector<std::string> &arguments,
+                   const std::function<void()> &prepare)
+{
+    std::vector<std::string> words = arguments;
+    words.insert(words.begin(), name);
+    return runProgram(VELQ_NETTOOLS "/" + name, std::move(words), prepare);
 }
 
 } // namespace velq::testing
