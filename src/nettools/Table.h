@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nettools/Arp.h"
+#include "nettools/Ifconfig.h"
 #include "nettools/Netstat.h"
 #include "nettools/lib/Tool.h"
 
@@ -19,6 +20,10 @@ inline constexpr Tool tools[] = {
      "Shows the IPv4 hosts of the local network that the kernel knows, with their\n"
      "hardware addresses. -n leaves their names out.",
      arp},
+    {"ifconfig", "[-a] | DEVICE [up | down]",
+     "Shows network interfaces, their addresses and whether they are active, or\n"
+     "switches one on or off.",
+     ifconfig},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
 };
 

@@ -57,7 +57,8 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(Nettools, ReadingTool,
-                         testing::Values(Reading{"arp", {"-an"}}, Reading{"netstat", {"-nr"}}),
+                         testing::Values(Reading{"arp", {"-an"}}, Reading{"ifconfig", {"lo"}},
+                                         Reading{"netstat", {"-nr"}}),
                          [](const auto &tested) { return tested.param.tool; });
 
 TEST_P(ReadingTool, OutputThatCannotBeWrittenIsAFailure)

@@ -1,22 +1,30 @@
 #include "nettools/lib/HostLine.h"
+#include "unit/nettools/Sample.h"
 
 #include <gtest/gtest.h>
 
-#include <fstream>
 #include <linux/if_arp.h>
 #include <regex>
+#include <sstream>
 
 namespace
 {
 
 using namespace velq::nettools;
 
-TEST(HostLine, OurLayoutIsThatOfPublicDocumentation)
+class HostLineSamples : public testing::TestWithParam<const char *>
+{
+};
+
+INSTANTIATE_TEST_SUITE_P(PublicDocumentation, HostLineSamples,
+                         testing::Values("arp-an.txt", "arp-a.txt"));
+
+TEST_P(HostLineSamples, OurLayoutIsTheirs)
 {
     const std::regex form(R"((\S+) \((\S+)\) at (\S+) on (\S+) ifscope( permanent)? \[(\S+)\])");
-    std::ifstream sample(VELQ_SAMPLES "/arp-an.txt");
+    std::istringstream text(velq::testing::sample(GetParam()));
     int lines = 0;
-    for (std::string line; std::getline(sample, line); ++lines) {
+    for (std::string line; std::getline(text, line); ++lines) {
         std::smatch part;
         ASSERT_TRUE(std::regex_match(line, part, form)) << line;
         std::string ours;
