@@ -3,6 +3,7 @@
 #include "nettools/Arp.h"
 #include "nettools/Ifconfig.h"
 #include "nettools/Netstat.h"
+#include "nettools/Route.h"
 #include "nettools/lib/Tool.h"
 
 #include <algorithm>
@@ -25,6 +26,8 @@ inline constexpr Tool tools[] = {
      "switches one on or off.",
      ifconfig},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
+    {"route", "[-n] get DESTINATION",
+     "Shows the route to a host, or the \"default\" one. -n shows the host in numbers.", route},
 };
 
 /// The row of that name; does not compile when there is none.

@@ -58,7 +58,8 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Nettools, ReadingTool,
                          testing::Values(Reading{"arp", {"-an"}}, Reading{"ifconfig", {"lo"}},
-                                         Reading{"netstat", {"-nr"}}),
+                                         Reading{"netstat", {"-nr"}},
+                                         Reading{"route", {"-n", "get", "default"}}),
                          [](const auto &tested) { return tested.param.tool; });
 
 TEST_P(ReadingTool, OutputThatCannotBeWrittenIsAFailure)
