@@ -3,7 +3,9 @@
 #include "nettools/Arp.h"
 #include "nettools/Ifconfig.h"
 #include "nettools/Netstat.h"
+#include "nettools/Ping.h"
 #include "nettools/Route.h"
+#include "nettools/Sudo.h"
 #include "nettools/lib/Tool.h"
 
 #include <algorithm>
@@ -26,8 +28,17 @@ inline constexpr Tool tools[] = {
      "switches one on or off.",
      ifconfig},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
+    {"ping", "[-c COUNT] [-D] [-s SIZE] HOST",
+     "Asks a host for echoes until it is interrupted, or COUNT times. -s SIZE sends\n"
+     "that many bytes with each; -D forbids that packets are taken to pieces on the\n"
+     "way. Ends with the status of the system's ping.",
+     ping},
     {"route", "[-n] get DESTINATION",
      "Shows the route to a host, or the \"default\" one. -n shows the host in numbers.", route},
+    {"sudo", "COMMAND...",
+     "Runs a command as root: at once for root, by the system's own sudo for others.\n"
+     "Ends with the status of the command.",
+     sudo},
 };
 
 /// The row of that name; does not compile when there is none.
