@@ -3,6 +3,7 @@
 #include "nettools/Arp.h"
 #include "nettools/Ifconfig.h"
 #include "nettools/Netstat.h"
+#include "nettools/Nslookup.h"
 #include "nettools/Ping.h"
 #include "nettools/Route.h"
 #include "nettools/Sudo.h"
@@ -28,6 +29,8 @@ inline constexpr Tool tools[] = {
      "switches one on or off.",
      ifconfig},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
+    {"nslookup", "HOST", "Asks the name servers of this computer for the address of a host.",
+     nslookup},
     {"ping", "[-c COUNT] [-D] [-s SIZE] HOST",
      "Asks a host for echoes until it is interrupted, or COUNT times. -s SIZE sends\n"
      "that many bytes with each; -D forbids that packets are taken to pieces on the\n"
