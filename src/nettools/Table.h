@@ -1,6 +1,7 @@
 #pragma once
 
 #include "nettools/Arp.h"
+#include "nettools/Defaults.h"
 #include "nettools/Ifconfig.h"
 #include "nettools/Netstat.h"
 #include "nettools/Nslookup.h"
@@ -24,6 +25,15 @@ inline constexpr Tool tools[] = {
      "Shows the IPv4 hosts of the local network that the kernel knows, with their\n"
      "hardware addresses. -n leaves their names out.",
      arp},
+    {"defaults", "read [DOMAIN [KEY]]\nwrite DOMAIN { KEY VALUE | LIST }\ndelete DOMAIN [KEY]",
+     "Shows and changes the user's settings. A DOMAIN is a name such as\n"
+     "com.zelmor.Velq, the path of a property list, or -g for what all programs\n"
+     "share. A VALUE is a text or one of\n"
+     "  -string TEXT    -int NUMBER    -float NUMBER    -bool true|false\n"
+     "  -date DATE      -data HEX      -array [VALUE ...]      -dict [KEY VALUE ...]\n"
+     "  -array-add [VALUE ...]         -dict-add [KEY VALUE ...]\n"
+     "and a LIST all of a domain's settings as a property list.",
+     defaults},
     {"ifconfig", "[-a] | DEVICE [up | down]",
      "Shows network interfaces, their addresses and whether they are active, or\n"
      "switches one on or off.",
