@@ -3,6 +3,7 @@
 #include "nettools/Arp.h"
 #include "nettools/Defaults.h"
 #include "nettools/Ifconfig.h"
+#include "nettools/Launchctl.h"
 #include "nettools/Netstat.h"
 #include "nettools/Nslookup.h"
 #include "nettools/Ping.h"
@@ -38,6 +39,11 @@ inline constexpr Tool tools[] = {
      "Shows network interfaces, their addresses and whether they are active, or\n"
      "switches one on or off.",
      ifconfig},
+    {"launchctl", "load|unload [-w] FILE",
+     "Loads a launch agent's property list: its program is started now and at each\n"
+     "log-in, and again whenever it ends. Unloads it: the program is stopped until\n"
+     "the next log-in.",
+     launchctl},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
     {"nslookup", "HOST", "Asks the name servers of this computer for the address of a host.",
      nslookup},
