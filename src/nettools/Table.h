@@ -5,11 +5,13 @@
 #include "nettools/Ifconfig.h"
 #include "nettools/Launchctl.h"
 #include "nettools/Netstat.h"
+#include "nettools/Networksetup.h"
 #include "nettools/Nslookup.h"
 #include "nettools/Ping.h"
 #include "nettools/Route.h"
 #include "nettools/Sudo.h"
 #include "nettools/lib/Tool.h"
+#include "nettools/networksetup/Forms.h"
 
 #include <algorithm>
 #include <array>
@@ -45,6 +47,10 @@ inline constexpr Tool tools[] = {
      "the next log-in.",
      launchctl},
     {"netstat", "-n -r", "Shows the routing tables in numbers.", netstat},
+    {"networksetup", "FORM [ARGUMENT...]",
+     "Shows and changes network services, as networksetup(8) of macOS does. A service\n"
+     "is named as -listallnetworkservices shows it, or by its device.",
+     networksetup, networksetupForms},
     {"nslookup", "HOST", "Asks the name servers of this computer for the address of a host.",
      nslookup},
     {"ping", "[-c COUNT] [-D] [-s SIZE] HOST",
