@@ -1,5 +1,6 @@
 #pragma once
 
+#include "nettools/Airport.h"
 #include "nettools/Arp.h"
 #include "nettools/Defaults.h"
 #include "nettools/Ifconfig.h"
@@ -24,6 +25,8 @@ namespace velq::nettools
 /// All tools, each with its help. Every tool is a program of its own whose main picks its row while
 /// it is compiled: so a program links nothing that only its neighbours in this table need.
 inline constexpr Tool tools[] = {
+    {"airport", "-I", "Shows what Wi-Fi does now: whether it is on, and which network it is in.",
+     airport},
     {"arp", "[-n] -a",
      "Shows the IPv4 hosts of the local network that the kernel knows, with their\n"
      "hardware addresses. -n leaves their names out.",

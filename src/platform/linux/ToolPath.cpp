@@ -23,8 +23,10 @@ const QStringList &systemFolders()
     return folders;
 }
 
-// Debian's own tools at these places print other texts than the vocabulary's.
+// Debian's own tools at these places print other texts than the vocabulary's, or there are none.
 constexpr std::array mapped{
+    QLatin1String("/System/Library/PrivateFrameworks/Apple80211.framework/Versions/Current/"
+                  "Resources/airport"),
     QLatin1String("/usr/sbin/netstat"),
     QLatin1String("/usr/sbin/arp"),
 };

@@ -44,9 +44,11 @@ protected:
     void SetUp() override
     {
         m_path = qgetenv("PATH");
-        QFile tool(m_folder.filePath(QStringLiteral("netstat")));
-        ASSERT_TRUE(tool.open(QIODevice::WriteOnly));
-        tool.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        for (const char *name : {"netstat", "airport"}) {
+            QFile tool(m_folder.filePath(QString::fromLatin1(name)));
+            ASSERT_TRUE(tool.open(QIODevice::WriteOnly));
+            tool.setPermissions(QFile::ReadOwner | QFile::ExeOwner);
+        }
     }
     void TearDown() override { qputenv("PATH", m_path); }
 
@@ -59,6 +61,10 @@ TEST_F(ToolPathMappingTest, ToolsThatSpeakOtherwiseAreTakenFromThePath)
     qputenv("PATH", m_folder.path().toLocal8Bit());
     EXPECT_EQ(ToolPath::resolved(QStringLiteral("/usr/sbin/netstat")),
               m_folder.filePath(QStringLiteral("netstat")));
+    EXPECT_EQ(
+        ToolPath::resolved(QStringLiteral("/System/Library/PrivateFrameworks/Apple80211.framework/"
+                                          "Versions/Current/Resources/airport")),
+        m_folder.filePath(QStringLiteral("airport")));
 }
 
 TEST_F(ToolPathMappingTest, AToolThatIsNotThereKeepsItsPath)
