@@ -19,7 +19,8 @@ class DistributedNotificationCenter : public QObject
 public:
     explicit DistributedNotificationCenter(QObject *parent = nullptr);
 
-    /// Posts to every process that listens, this one included. Does not wait.
+    /// Posts to every process that listens, this one included. Waits until the bus has it, for a
+    /// second at most, and for nobody who listens: the program may end right behind it.
     void post(const QString &name, const QString &object);
 
 Q_SIGNALS:

@@ -3,6 +3,8 @@
 #include <QDBusConnection>
 #include <QDBusMessage>
 
+#include <chrono>
+
 namespace velq
 {
 
@@ -12,6 +14,18 @@ namespace
 constexpr QLatin1String path("/com/zelmor/DistributedNotificationCenter");
 constexpr QLatin1String interface("com.zelmor.DistributedNotificationCenter");
 constexpr QLatin1String member("Posted");
+
+// What is sent waits in a thread of Qt's, and goes with it when the program ends. The bus answers
+// in order: its answer to this says that it has all that came before.
+void waitUntilSent(const QDBusConnection &bus)
+{
+    constexpr std::chrono::milliseconds patience = std::chrono::seconds(1);
+    (void)bus.call(QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.DBus"),
+                                                  QStringLiteral("/org/freedesktop/DBus"),
+                                                  QStringLiteral("org.freedesktop.DBus.Peer"),
+                                                  QStringLiteral("Ping")),
+                   QDBus::Block, static_cast<int>(patience.count()));
+}
 
 } // namespace
 
@@ -27,7 +41,9 @@ void DistributedNotificationCenter::post(const QString &name, const QString &obj
 {
     QDBusMessage signal = QDBusMessage::createSignal(path, interface, member);
     signal.setArguments({name, object});
-    QDBusConnection::sessionBus().send(signal);
+    const QDBusConnection bus = QDBusConnection::sessionBus();
+    if (bus.send(signal))
+        waitUntilSent(bus);
 }
 
 } // namespace velq
