@@ -45,27 +45,48 @@ function(velq_helpers out folder)
   set(${out} ${stamps} PARENT_SCOPE)
 endfunction()
 
-# velq_bundle(TARGET INSTALL_IN folder COMMAND name [IMAGES names ...] [HELPERS targets ...])
+# velq_resources(OUT FOLDER files ...)
+# Rules that copy the files into FOLDER; OUT gets the copies.
+function(velq_resources out folder)
+  foreach(file IN LISTS ARGN)
+    cmake_path(GET file FILENAME name)
+    add_custom_command(OUTPUT ${folder}/${name}
+      COMMAND ${CMAKE_COMMAND} -E make_directory ${folder}
+      COMMAND ${CMAKE_COMMAND} -E copy ${file} ${folder}/${name}
+      DEPENDS ${file} VERBATIM)
+    list(APPEND copies ${folder}/${name})
+  endforeach()
+  set(${out} ${copies} PARENT_SCOPE)
+endfunction()
+
+# velq_bundle(TARGET INSTALL_IN folder COMMAND name [IMAGES names ...] [HELPERS targets ...]
+#             [RESOURCES files ...] [RESOURCE_PROGRAMS targets ...])
 # Makes the executable TARGET the program of the bundle TARGET.app. Its information dictionary is
-# resources/TARGET/Info.plist.in, its images are drawings in resources/icons. It is installed in the
-# prefix's folder INSTALL_IN, with a link bin/COMMAND to its program.
+# resources/TARGET/Info.plist.in, its images are drawings in resources/icons; further resources are files, and programs of other targets, which are installed as
+# they were linked. It is installed in the prefix's folder INSTALL_IN, with a link bin/COMMAND to its program.
 function(velq_bundle target)
-  cmake_parse_arguments(arg "" "INSTALL_IN;COMMAND" "IMAGES;HELPERS" ${ARGN})
+  cmake_parse_arguments(arg "" "INSTALL_IN;COMMAND" "IMAGES;HELPERS;RESOURCES;RESOURCE_PROGRAMS" ${ARGN})
   set(contents ${PROJECT_BINARY_DIR}/${target}.app/Contents)
   set_target_properties(${target} PROPERTIES
     RUNTIME_OUTPUT_DIRECTORY ${contents}/MacOS VELQ_HELPERS "${arg_HELPERS}")
   configure_file(${PROJECT_SOURCE_DIR}/resources/${target}/Info.plist.in ${contents}/Info.plist @ONLY)
   velq_images(pictures ${contents}/Resources ${arg_IMAGES})
   velq_helpers(helpers ${contents}/Helpers ${arg_HELPERS})
-  add_custom_target(${target}_bundle ALL DEPENDS ${pictures} ${helpers})
+  velq_helpers(programs ${contents}/Resources ${arg_RESOURCE_PROGRAMS})
+  velq_resources(resources ${contents}/Resources ${arg_RESOURCES})
+  add_custom_target(${target}_bundle ALL DEPENDS ${pictures} ${helpers} ${programs} ${resources})
   add_dependencies(${target} ${target}_bundle)
 
   set(installed ${arg_INSTALL_IN}/${target}.app/Contents)
   install(TARGETS ${target} DESTINATION ${installed}/MacOS)
   install(FILES ${contents}/Info.plist DESTINATION ${installed})
-  install(FILES ${pictures} DESTINATION ${installed}/Resources)
+  install(FILES ${pictures} ${resources} DESTINATION ${installed}/Resources)
+  # As files, not as targets: nothing in them is changed on the way, their digests are known elsewhere.
   foreach(helper IN LISTS arg_HELPERS)
     install(PROGRAMS $<TARGET_FILE:${helper}> DESTINATION ${installed}/Helpers)
+  endforeach()
+  foreach(program IN LISTS arg_RESOURCE_PROGRAMS)
+    install(PROGRAMS $<TARGET_FILE:${program}> DESTINATION ${installed}/Resources)
   endforeach()
   velq_install_link(bin/${arg_COMMAND} ${installed}/MacOS/${target})
 endfunction()
