@@ -1,9 +1,16 @@
 #include "shell/ShellUtl.h"
 
+#include "common/Log.h"
 #include "common/Text.h"
 #include "platform/GlobalQueue.h"
+#include "platform/RootDaemon.h"
 #include "platform/ToolPath.h"
+#include "shell/DaemonInstaller.h"
 #include "shell/process/ChildProcess.h"
+
+#include <atomic>
+#include <chrono>
+#include <thread>
 
 namespace velq
 {
@@ -32,6 +39,17 @@ void collect(ChildProcess &child, const std::shared_ptr<OutputAccumulator> &outp
         output->append(decodedUtf8(late));
 }
 
+// What a new daemon gets before it is asked.
+constexpr std::chrono::seconds settlingTime{1};
+
+QString answer(RootDaemon &daemon, const QString &launchPath, const QStringList &arguments)
+try {
+    return daemon.runShell(launchPath, arguments);
+} catch (const RootDaemonError &error) {
+    log(QString::fromUtf8(error.what()));
+    return {};
+}
+
 } // namespace
 
 QString ShellUtl::runShell(const QString &launchPath, const QStringList &arguments)
@@ -50,6 +68,21 @@ void ShellUtl::runShell(const QString &launchPath, const QStringList &arguments,
     GlobalQueue::async([child, complete = std::move(complete)] {
         collect(*child, std::make_shared<OutputAccumulator>(), complete);
     });
+}
+
+QString ShellUtl::runShellWithDemone(const QString &launchPath, const QStringList &arguments)
+{
+    static std::atomic<bool> installationAttempted = false;
+    const auto proxy = RootDaemon::rootProxy();
+    if (proxy != nullptr && proxy->respondsToRunShell())
+        return answer(*proxy, launchPath, arguments);
+    if (installationAttempted || DaemonInstaller::installDaemon())
+        return {};
+    installationAttempted = true;
+    std::this_thread::sleep_for(settlingTime);
+    // The command is carried out; its output goes to those who ask from now on.
+    (void)runShellWithDemone(launchPath, arguments);
+    return {};
 }
 
 } // namespace velq

@@ -14,7 +14,8 @@ namespace velq
 /// Runs command-line tools and gets their standard output back as text. No instances, no state;
 /// every operation may be called from any thread.
 ///
-/// Standard input and standard error are the caller's own. Exit statuses are not looked at.
+/// Standard input and standard error are the caller's own, but for what root runs. Exit statuses
+/// are not looked at.
 class ShellUtl
 {
 public:
@@ -35,6 +36,14 @@ public:
     /// piece that is not valid UTF-8 adds nothing. Throws process::LaunchError like the other.
     static void runShell(const QString &launchPath, const QStringList &arguments,
                          Completion complete);
+
+    /// Has the root daemon run the program; blocks until its answer, the program's standard output,
+    /// is there. Null when there is none.
+    ///
+    /// When no daemon answers it is installed, which asks the person for administrator rights, at
+    /// most once in a process's life unless the person dismisses the prompt; the program is then
+    /// run, but its output is not returned. An answer that failed is logged.
+    static QString runShellWithDemone(const QString &launchPath, const QStringList &arguments);
 };
 
 } // namespace velq

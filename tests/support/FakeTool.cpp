@@ -32,9 +32,18 @@ void FakeTools::addPrinting(const QString &name, const QByteArray &output) const
     if (!file.open(QIODevice::WriteOnly))
         qFatal("cannot write a fake tool's output");
     file.write(output);
+    addLogging(name, "exec cat '" + path(text).toLocal8Bit() + "'");
+}
+
+void FakeTools::addLogging(const QString &name, const QByteArray &script) const
+{
     add(name,
-        R"(echo "$(basename "$0") $*" >> ')" + path(QStringLiteral("log")).toLocal8Bit()
-            + "'; exec cat '" + path(text).toLocal8Bit() + "'");
+        R"sh(if [ "$(tr '\0' '\n' </proc/$PPID/cmdline | head -n 2 | tr '\n' ' ')" = '/bin/sh -c ' ]; then
+    tr '\0' '\n' </proc/$PPID/cmdline | sed 1,2d
+else
+    echo "$(basename "$0") $*"
+fi >> ')sh" + path(QStringLiteral("log")).toLocal8Bit()
+            + "'\n" + script);
 }
 
 QString FakeTools::path(const QString &name) const
@@ -46,6 +55,11 @@ QByteArray FakeTools::log() const
 {
     QFile file(path(QStringLiteral("log")));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void FakeTools::clearLog() const
+{
+    QFile::remove(path(QStringLiteral("log")));
 }
 
 } // namespace velq::testing

@@ -19,12 +19,16 @@ public:
 
     /// An executable shell script of that name.
     void add(const QString &name, const QByteArray &script) const;
-    /// A tool that prints exactly these bytes, and logs its arguments.
+    /// A tool that prints exactly these bytes, and logs its command line.
     void addPrinting(const QString &name, const QByteArray &output) const;
+    /// A tool that runs the script, and logs its command line.
+    void addLogging(const QString &name, const QByteArray &script) const;
     /// A file in the folder.
     QString path(const QString &name) const;
-    /// The command lines of the tools made by addPrinting(), one a line, in order.
+    /// The command lines of the tools that log, one a line, in order: the shell's, where a shell
+    /// runs a pipeline with the tool in it, else the tool's own.
     QByteArray log() const;
+    void clearLog() const;
 
 private:
     QTemporaryDir m_folder;

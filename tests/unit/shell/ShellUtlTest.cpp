@@ -1,5 +1,6 @@
 #include "shell/ShellUtl.h"
 
+#include "shell/CommandLine.h"
 #include "shell/process/ChildProcess.h"
 #include "support/FakeTool.h"
 #include "support/Waiting.h"
@@ -40,6 +41,25 @@ TEST(ShellUtlTest, NothingPrintedIsTheEmptyTextNotNone)
 TEST(ShellUtlTest, TheFinalNewlineIsKept)
 {
     EXPECT_EQ(run(QStringLiteral("echo a; echo b")), QStringLiteral("a\nb\n"));
+}
+
+TEST(CommandLineTest, AQuotedWordIsWhatTheCommandGets)
+{
+    for (const char *text : {"Wi-Fi", "", "Joe's", "''", "a b\nc", "$(false)`false`;*\\\"", "网"}) {
+        const QString word = QString::fromUtf8(text);
+        EXPECT_EQ(outputOf(QStringLiteral("printf '<%s>' ") + quotedWord(word)),
+                  u'<' + word + u'>');
+    }
+}
+
+TEST(CommandLineTest, AWordToReadIsQuotedWhereItMustBe)
+{
+    for (const char *word : {"Ethernet", "Wi-Fi", "802.1/X_y"})
+        EXPECT_EQ(typedWord(QString::fromUtf8(word)), QString::fromUtf8(word));
+    EXPECT_EQ(typedWord(QStringLiteral("USB LAN")), QStringLiteral("'USB LAN'"));
+    EXPECT_EQ(typedWord(QStringLiteral("Joe's")), QStringLiteral("'Joe'\\''s'"));
+    for (const char *word : {"", "a;b", "a\n", "$a", "Wi-Fi\n", "网"})
+        EXPECT_EQ(typedWord(QString::fromUtf8(word)), quotedWord(QString::fromUtf8(word)));
 }
 
 TEST(ShellUtlTest, AFailingCommandsOutputIsReturnedAllTheSame)
@@ -222,6 +242,29 @@ TEST(ShellUtlAsyncTest, AChildThatIsGoneAtOnceCompletesOnce)
         EXPECT_EQ(completed.calls, 1);
         EXPECT_EQ(completed.output->text(), QStringLiteral(""));
     }
+}
+
+TEST(ShellUtlAsyncTest, TheEndOfTheOutputIsNotTheExit)
+{
+    const QTemporaryDir folder;
+    const QString gate = folder.filePath(QStringLiteral("gate"));
+    std::atomic<bool> ended = false;
+    std::atomic<int> calls = 0;
+    ShellUtl::runShell(
+        shell,
+        {QStringLiteral("-c"),
+         QStringLiteral("exec >&-; mkfifo '%1'; read -r line <'%1'; : >'%1.passed'").arg(gate)},
+        [&](const std::shared_ptr<OutputAccumulator> &) {
+            ended = QFileInfo::exists(gate + QStringLiteral(".passed"));
+            ++calls;
+        });
+    ASSERT_TRUE(waitUntil([&] { return QFileInfo::exists(gate); }));
+    QFile opened(gate);
+    ASSERT_TRUE(opened.open(QIODevice::WriteOnly));
+    opened.write("through\n");
+    opened.close();
+    ASSERT_TRUE(waitUntil([&] { return calls > 0; }));
+    EXPECT_TRUE(ended);
 }
 
 TEST(ShellUtlAsyncTest, CollectsMoreThanAPipeful)
