@@ -7,6 +7,10 @@ endif()
 
 set(VELQ_ICONS ${PROJECT_SOURCE_DIR}/resources/icons)
 
+# "CFBundleVersion": a whole number that grows with the version, as installed copies are compared by it.
+math(EXPR VELQ_BUNDLE_VERSION
+     "(${PROJECT_VERSION_MAJOR} * 1000 + ${PROJECT_VERSION_MINOR}) * 1000 + ${PROJECT_VERSION_PATCH}")
+
 # velq_images(OUT FOLDER names ...)
 # Rules that draw NAME_SIZE.png into FOLDER at the sizes that trays use; OUT gets the files. A drawing
 # NAME_SIZE.svg, made for that size's pixels, goes before NAME.svg.
