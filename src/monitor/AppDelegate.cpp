@@ -2,13 +2,18 @@
 
 #include "common/NotificationCenter.h"
 #include "common/Reachability.h"
+#include "common/Text.h"
 #include "devices/WifiDeviceScanner.h"
+#include "install/MonitorInstaller.h"
 #include "monitor/MenuInterface.h"
 #include "monitor/StatusItem.h"
 #include "platform/DistributedNotificationCenter.h"
+#include "platform/PropertyList.h"
 #include "platform/ResumeMonitor.h"
+#include "platform/Workspace.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 namespace velq
 {
@@ -17,6 +22,8 @@ namespace
 {
 
 using namespace std::chrono_literals;
+
+constexpr QLatin1String mainApplication("com.zelmor.Velq");
 
 constexpr QLatin1String normalIcon("statusItemIconNormal");
 constexpr QLatin1String greenIcon("statusItemIconGreen");
@@ -106,11 +113,36 @@ void AppDelegate::onFixIssue(QObject *)
 
 void AppDelegate::openMainApp(QObject *)
 {
+    const auto preferences = PropertyList::dictionaryFromFile(
+        QDir::homePath() + QStringLiteral("/Library/Preferences/com.zelmor.Velq.plist"));
+    const QVariant path = preferences.value_or(QVariantMap()).value(QStringLiteral("appPath"));
+    if (path.typeId() == QMetaType::QString)
+        (void)Workspace::launchApplication(path.toString());
 }
 
-void AppDelegate::onQuit(QObject *)
+void AppDelegate::onQuit(QObject *) const
 {
+    for (const RunningApplication &application : Workspace::runningApplications()) {
+        if (application.bundleIdentifier() == mainApplication)
+            (void)application.terminate();
+    }
+    launchctlApplicationInPath(miniLaunchAgentPath(), QStringLiteral("unload"));
     QCoreApplication::quit();
+}
+
+QString AppDelegate::launchAgentPath() const
+{
+    return MonitorInstaller::launchAgentPath();
+}
+
+QString AppDelegate::miniLaunchAgentPath() const
+{
+    return MonitorInstaller::miniLaunchAgentPath();
+}
+
+void AppDelegate::launchctlApplicationInPath(const QString &path, const QString &option) const
+{
+    MonitorInstaller::launchctlApplicationInPath(path, option);
 }
 
 void AppDelegate::observeMonitorStart()

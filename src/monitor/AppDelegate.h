@@ -66,8 +66,19 @@ public:
 
     /// The menu's actions.
     Q_INVOKABLE void onFixIssue(QObject *sender);
+    /// Opens the main application where its preferences say it lies; nothing if they do not say.
     Q_INVOKABLE void openMainApp(QObject *sender);
-    Q_INVOKABLE void onQuit(QObject *sender);
+    /// Asks every running main application to end, unloads the monitor's launch agent, and ends the
+    /// monitor.
+    Q_INVOKABLE void onQuit(QObject *sender) const;
+
+    /// The folder of the user's launch agents, made if missing.
+    QString launchAgentPath() const;
+    /// The monitor's launch agent in it; null when there is no such file.
+    QString miniLaunchAgentPath() const;
+    /// Runs "launchctl OPTION PATH" in the system's shell and waits for it; nothing happens unless
+    /// a file exists at `path`, which may be null.
+    void launchctlApplicationInPath(const QString &path, const QString &option) const;
 
     bool hidden() const { return m_hidden; }
     void setHidden(bool hidden) { m_hidden = hidden; }

@@ -9,6 +9,7 @@
 #include "platform/Display.h"
 #include "platform/DistributedNotificationCenter.h"
 #include "platform/GlobalQueue.h"
+#include "platform/ServiceProcess.h"
 #include "platform/SilentBuses.h"
 #include "platform/SingleInstance.h"
 #include "platform/StandardStreams.h"
@@ -16,7 +17,10 @@
 #include "platform/ToolPath.h"
 
 #include <QApplication>
+#include <QEventLoop>
+#include <QTimer>
 
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
@@ -26,9 +30,11 @@ namespace
 {
 
 using namespace velq;
+using namespace std::chrono_literals;
 using Request = MonitorOptions::Request;
 
 constexpr int wrongUse = 2;
+const auto identifier = QStringLiteral("com.zelmor.Monitor");
 
 void print(FILE *stream, const QString &text)
 {
@@ -67,11 +73,29 @@ int runInConsole()
     return runDelegate(interface, statusBar, notifications);
 }
 
+// False when the process is asked to end meanwhile.
+bool waitForClaim(SingleInstance &instance)
+{
+    QEventLoop loop;
+    const TerminationSignals signals;
+    QObject::connect(&signals, &TerminationSignals::received, &loop, [&] { loop.exit(1); });
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &loop, [&] {
+        if (instance.claim(identifier))
+            loop.exit(0);
+    });
+    timer.start(5s);
+    return loop.exec() == 0;
+}
+
 int runOnce(int (*run)())
 {
     SingleInstance instance;
-    if (instance.claim(QStringLiteral("com.zelmor.Monitor")))
+    if (instance.claim(identifier))
         return run();
+    // One that ended here would be started again at once, for as long as the other one runs.
+    if (startedByServiceManager())
+        return waitForClaim(instance) ? run() : EXIT_SUCCESS;
     print(stderr, QStringLiteral("velq-monitor: the monitor is already running in this session\n"));
     return EXIT_SUCCESS;
 }

@@ -20,7 +20,8 @@ public:
     SingleInstance &operator=(const SingleInstance &) = delete;
     ~SingleInstance();
 
-    /// False when another process of the session holds `identifier`. Once per object.
+    /// False when another process of the session holds `identifier`; then it may be tried again.
+    /// One identifier per object.
     bool claim(const QString &identifier);
 
 private:

@@ -2,92 +2,17 @@
 
 #include "common/NotificationCenter.h"
 #include "common/Reachability.h"
-#include "devices/WifiDeviceScanner.h"
-#include "monitor/MainInterface.h"
 #include "monitor/MenuInterface.h"
-#include "platform/DistributedNotificationCenter.h"
-#include "platform/UserNotificationCenter.h"
-#include "support/NetworkNamespace.h"
 #include "support/Waiting.h"
-
-#include <QCoreApplication>
-#include <gtest/gtest.h>
+#include "unit/monitor/AppDelegateFixture.h"
 
 namespace
 {
 
 using namespace velq;
+using velq::testing::AppDelegateTest;
 using velq::testing::ip;
 using velq::testing::waitUntil;
-
-struct RecordingStatusBar : StatusBar {
-    std::shared_ptr<StatusItem> statusItemWithLength(double length) override
-    {
-        lengths.append(length);
-        if (onItem)
-            onItem();
-        items.append(std::make_shared<StatusItem>());
-        return items.last();
-    }
-    std::function<void()> onItem;
-    QList<double> lengths;
-    QList<std::shared_ptr<StatusItem>> items;
-};
-
-struct SilentCenter : UserNotificationCenter {
-    void deliver(const UserNotification &) override { }
-};
-
-// The delegate in a network namespace whose only way out is a default route over lan0.
-class AppDelegateTest : public ::testing::Test
-{
-protected:
-    void SetUp() override
-    {
-        ENTER_NETWORK_NAMESPACE_OR_SKIP();
-        qputenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nonexistent");
-        qputenv("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nonexistent");
-        ip("link add lan0 type veth peer name far0");
-        ip("link set lan0 up");
-        ip("link set far0 up");
-        ip("addr add 192.168.7.2/24 dev lan0");
-        distributed = std::make_unique<DistributedNotificationCenter>();
-        makeDelegate({12, 0, 0});
-    }
-
-    void makeDelegate(const SystemVersion &version)
-    {
-        delegate = std::make_unique<AppDelegate>(
-            Surroundings{statusBar, notifications, *distributed, version});
-        interface.connectOutlets(*delegate);
-    }
-
-    static void connectNetwork() { ip("route add default via 192.168.7.1"); }
-    static void disconnectNetwork() { ip("route del default"); }
-
-    QString shownImage() const { return delegate->statusImage()->image()->name(); }
-
-    void expectGreen() const
-    {
-        EXPECT_EQ(shownImage(), QStringLiteral("statusItemIconGreen"));
-        EXPECT_EQ(delegate->fixMenuItem()->target(), nullptr);
-        EXPECT_TRUE(delegate->fixMenuItem()->action().isEmpty());
-        EXPECT_FALSE(delegate->fixMenuItem()->isEnabled());
-    }
-    void expectRed() const
-    {
-        EXPECT_EQ(shownImage(), QStringLiteral("statusItemIconRed"));
-        EXPECT_EQ(delegate->fixMenuItem()->target(), delegate.get());
-        EXPECT_EQ(delegate->fixMenuItem()->action(), "onFixIssue");
-        EXPECT_TRUE(delegate->fixMenuItem()->isEnabled());
-    }
-
-    RecordingStatusBar statusBar;
-    SilentCenter notifications;
-    std::unique_ptr<DistributedNotificationCenter> distributed;
-    MainInterface interface;
-    std::unique_ptr<AppDelegate> delegate;
-};
 
 TEST_F(AppDelegateTest, StartUpBuildsEverything)
 {
@@ -123,6 +48,25 @@ TEST_F(AppDelegateTest, ANetworkThatIsDownAtLaunchIsRedBeforeTheFirstTick)
 {
     delegate->applicationDidFinishLaunching();
     expectRed();
+}
+
+TEST_F(AppDelegateTest, TheFirstProbeComesBeforeTheSwitchAndTheTimer)
+{
+    bool probed = false;
+    QObject::connect(delegate->fixMenuItem(), &MenuItem::changed, delegate.get(), [&] {
+        probed = true;
+        EXPECT_TRUE(delegate->monitorTimer().isNull());
+        Q_EMIT distributed->posted(QStringLiteral("MonitorStart"), QStringLiteral("NO"));
+        EXPECT_FALSE(delegate->scanner()->timer().isNull());
+    });
+    delegate->applicationDidFinishLaunching();
+    EXPECT_TRUE(probed);
+}
+
+TEST_F(AppDelegateTest, TheNormalIconIsInNoViewByItself)
+{
+    delegate->addStatusItem();
+    EXPECT_EQ(delegate->iconImage()->image(), nullptr);
 }
 
 TEST_F(AppDelegateTest, ASecondStatusItemIsNotMade)
@@ -272,14 +216,6 @@ TEST_F(AppDelegateTest, TheMenusEntriesReachTheirActions)
         EXPECT_GE(delegate->metaObject()->indexOfMethod(QByteArray(action) + "(QObject*)"), 0)
             << action;
     }
-}
-
-TEST_F(AppDelegateTest, QuitEndsTheEventLoop)
-{
-    QMetaObject::invokeMethod(
-        QCoreApplication::instance(), [this] { delegate->mainMenu()->items().last()->choose(); },
-        Qt::QueuedConnection);
-    EXPECT_EQ(QCoreApplication::exec(), 0);
 }
 
 TEST_F(AppDelegateTest, PropertiesHoldWhatIsSet)
