@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QHash>
 
+#include <mutex>
+
 namespace velq
 {
 
@@ -25,7 +27,9 @@ QStringList filesOf(const QString &name)
 
 std::shared_ptr<Image> Image::imageNamed(const QString &name)
 {
+    static std::mutex mutex;
     static QHash<QString, std::shared_ptr<Image>> shared;
+    const std::scoped_lock lock(mutex);
     if (const auto known = shared.constFind(name); known != shared.constEnd())
         return *known;
     const QStringList files = name.isEmpty() ? QStringList() : filesOf(name);

@@ -9,13 +9,13 @@ namespace velq
 {
 
 /// A named image of the main bundle: the files that show it at several sizes, and the template
-/// mark. Holds no pixels; whoever draws it loads the files. Main thread.
+/// mark. Holds no pixels; whoever draws it loads the files. Main thread, but for the look-up.
 class Image
 {
 public:
     /// The image of that name: `NAME.png` and `NAME_SIZE.png` in the bundle's resources. Shared:
     /// every look-up of a name gives the same object. Null when there is no such file, and for the
-    /// empty name.
+    /// empty name. Any thread.
     static std::shared_ptr<Image> imageNamed(const QString &name);
 
     Image(QString name, QStringList files);

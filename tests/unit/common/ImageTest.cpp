@@ -41,6 +41,7 @@ TEST(ImageTest, IsSharedByNameWithItsTemplateMark)
 
 TEST(ImageTest, NoSuchImageIsNull)
 {
+    addFile(QStringLiteral("_16.png"));
     EXPECT_EQ(Image::imageNamed(QStringLiteral("noSuchImage")), nullptr);
     EXPECT_EQ(Image::imageNamed(QStringLiteral("")), nullptr);
     EXPECT_EQ(Image::imageNamed(QString()), nullptr);
