@@ -8,12 +8,17 @@
 #include "monitor/MenuInterface.h"
 #include "monitor/StatusItem.h"
 #include "platform/DistributedNotificationCenter.h"
+#include "platform/GlobalQueue.h"
+#include "platform/MainQueue.h"
 #include "platform/PropertyList.h"
 #include "platform/ResumeMonitor.h"
 #include "platform/Workspace.h"
+#include "shell/process/ChildProcess.h"
 
 #include <QCoreApplication>
 #include <QDir>
+
+#include <utility>
 
 namespace velq
 {
@@ -25,9 +30,21 @@ using namespace std::chrono_literals;
 
 constexpr QLatin1String mainApplication("com.zelmor.Velq");
 
+// The platform's timers take a single-precision 0.2 s; ours count milliseconds.
+constexpr auto blinkInterval = 200ms;
+
 constexpr QLatin1String normalIcon("statusItemIconNormal");
 constexpr QLatin1String greenIcon("statusItemIconGreen");
 constexpr QLatin1String redIcon("statusItemIconRed");
+
+// One whose commands cannot be started is over, too; the icon tells that it did not help.
+void repair()
+{
+    try {
+        MenuInterface::speedUp();
+    } catch (const process::LaunchError &) {
+    }
+}
 
 } // namespace
 
@@ -92,6 +109,11 @@ void AppDelegate::monitorStatus()
 void AppDelegate::showState(const QString &imageName, const QString &words)
 {
     m_statusImage->setImage(Image::imageNamed(imageName));
+    showWords(words);
+}
+
+void AppDelegate::showWords(const QString &words)
+{
     if (m_stateMenuItem != nullptr)
         m_stateMenuItem->setTitle(words);
     if (_menuBarItem != nullptr)
@@ -106,9 +128,56 @@ void AppDelegate::monitor(const QString &object)
         m_scanner->stopMonitor();
 }
 
+// Nothing guards against a second choice meanwhile: the second repair runs beside the first.
 void AppDelegate::onFixIssue(QObject *)
 {
+    RunLoopTimer::invalidate(m_monitorTimer);
+    m_monitorTimer.clear();
+    startAnimi();
+    showWords(tr("Repairing the connection"));
+    ++m_repairs;
+    GlobalQueue::async([self = QPointer<AppDelegate>(this)] {
+        repair();
+        MainQueue::async([self] {
+            if (!self.isNull())
+                self->repairHasEnded();
+        });
+    });
+}
+
+void AppDelegate::repairHasEnded()
+{
+    --m_repairs;
+    endAnimi();
     monitorStatus();
+    startMonitorTimer();
+}
+
+void AppDelegate::startAnimi()
+{
+    m_hidden = false;
+    m_statusImage->setImage(Image::imageNamed(greenIcon));
+    m_blinks.append(m_timer);
+    m_timer = RunLoopTimer::scheduled(blinkInterval, this, [this] { animi(); });
+}
+
+void AppDelegate::animi()
+{
+    m_hidden = !m_hidden;
+    m_statusImage->setImage(Image::imageNamed(m_hidden ? QStringLiteral("") : greenIcon));
+}
+
+void AppDelegate::endAnimi()
+{
+    m_hidden = false;
+    m_statusImage->setImage(Image::imageNamed(greenIcon));
+    RunLoopTimer::invalidate(m_timer);
+    m_timer.clear();
+    // A repair beside another has left that one's timer behind.
+    if (m_repairs == 0) {
+        for (const QPointer<RunLoopTimer> &blink : std::exchange(m_blinks, {}))
+            RunLoopTimer::invalidate(blink);
+    }
 }
 
 void AppDelegate::openMainApp(QObject *)
@@ -156,6 +225,7 @@ void AppDelegate::observeMonitorStart()
 
 void AppDelegate::startMonitorTimer()
 {
+    RunLoopTimer::invalidate(m_monitorTimer);
     m_monitorTimer = RunLoopTimer::scheduled(2s, this, [this] { monitorStatus(); });
 }
 

@@ -3,6 +3,7 @@
 #include "common/RunLoopTimer.h"
 #include "platform/SystemVersion.h"
 
+#include <QList>
 #include <QObject>
 #include <QPointer>
 
@@ -80,6 +81,11 @@ public:
     /// a file exists at `path`, which may be null.
     void launchctlApplicationInPath(const QString &path, const QString &option) const;
 
+    /// The status image blinks, green and blank, while a repair runs.
+    void startAnimi();
+    void endAnimi();
+    void animi();
+
     bool hidden() const { return m_hidden; }
     void setHidden(bool hidden) { m_hidden = hidden; }
     QWindow *window() const { return m_window; }
@@ -109,9 +115,11 @@ public:
 private:
     void observeMonitorStart();
     void startMonitorTimer();
+    void repairHasEnded();
     void probeOnChanges();
     void probeUnlessRepairing();
     void showState(const QString &imageName, const QString &words);
+    void showWords(const QString &words);
 
     Surroundings m_surroundings;
     bool _isHasIcon = false;
@@ -126,6 +134,8 @@ private:
     CustomeButton *m_menButton = nullptr;
     QPointer<RunLoopTimer> m_timer;
     QPointer<RunLoopTimer> m_monitorTimer;
+    QList<QPointer<RunLoopTimer>> m_blinks; ///< those that a newer one took the place of
+    int m_repairs = 0;                      ///< how many run now
     MenuItem *m_fixMenuItem = nullptr;
     MenuItem *m_stateMenuItem = nullptr;
     std::unique_ptr<Reachability> m_internet;

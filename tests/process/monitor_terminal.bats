@@ -2,7 +2,7 @@
 # The monitor on a terminal: the menu's entries by their keys.
 
 bats_require_minimum_version 1.5.0
-source "$BATS_TEST_DIRNAME/../support/monitor.bash"
+source "$BATS_TEST_DIRNAME/../support/terminal.bash"
 
 setup()
 {
@@ -10,29 +10,12 @@ setup()
     make_network
     make_surroundings
     connect
-    input=$here/keyboard
-    mkfifo "$input"
-    exec {keyboard}<>"$input"
+    make_keyboard
 }
 
 teardown()
 {
     stop_everything
-}
-
-# start_terminal COMMAND: a shell's, on a terminal of its own; $monitor is the monitor's command line.
-start_terminal()
-{
-    local monitor
-    printf -v monitor '%q ' "${surroundings[@]}" "$program" --console
-    # Its shell must not stay between: what it starts is to have the terminal.
-    start terminal "${inside[@]}" "${tied[@]}" SHELL=/bin/bash \
-        script --quiet --return --flush --echo never --command "${1//MONITOR/$monitor}" /dev/null
-}
-
-type_text()
-{
-    printf '%b' "$1" >&"$keyboard"
 }
 
 is_stopped()

@@ -69,6 +69,21 @@ TEST_F(AppDelegateTest, TheNormalIconIsInNoViewByItself)
     EXPECT_EQ(delegate->iconImage()->image(), nullptr);
 }
 
+TEST_F(AppDelegateTest, TheBlinkingBeginsAndEndsGreenInWhateverPhase)
+{
+    delegate->setHidden(true);
+    delegate->startAnimi();
+    EXPECT_FALSE(delegate->hidden());
+    EXPECT_EQ(shownImage(), QStringLiteral("statusItemIconGreen"));
+    delegate->animi();
+    EXPECT_TRUE(delegate->hidden());
+    EXPECT_EQ(delegate->statusImage()->image(), nullptr);
+    delegate->endAnimi();
+    EXPECT_FALSE(delegate->hidden());
+    EXPECT_EQ(shownImage(), QStringLiteral("statusItemIconGreen"));
+    EXPECT_TRUE(delegate->timer().isNull());
+}
+
 TEST_F(AppDelegateTest, ASecondStatusItemIsNotMade)
 {
     delegate->addStatusItem();
