@@ -25,8 +25,15 @@ public:
     explicit TerminationSignals(QObject *parent = nullptr);
     ~TerminationSignals() override;
 
+    /// Whether child processes started from now on live through SIGINT, which a terminal sends to
+    /// all of its foreground; one that handles the signal itself does not.
+    static void spareChildren(bool spare);
+
+    /// Ends the process as this signal, by default, would have: whoever waits for it can tell.
+    [[noreturn]] static void endBy(int signal);
+
 Q_SIGNALS:
-    void received();
+    void received(int signal);
 
 private:
     void onReadable();

@@ -58,11 +58,28 @@ TerminationSignals::~TerminationSignals()
         close(m_descriptor);
 }
 
+// Inherited, unlike the mask. What is blocked here arrives here all the same.
+void TerminationSignals::spareChildren(bool spare)
+{
+    (void)std::signal(SIGINT, spare ? SIG_IGN : SIG_DFL);
+}
+
+void TerminationSignals::endBy(int signal)
+{
+    (void)std::signal(signal, SIG_DFL);
+    (void)raise(signal);
+    sigset_t set;
+    sigemptyset(&set);
+    sigaddset(&set, signal);
+    pthread_sigmask(SIG_UNBLOCK, &set, nullptr);
+    _exit(128 + signal);
+}
+
 void TerminationSignals::onReadable()
 {
     signalfd_siginfo information{};
     if (read(m_descriptor, &information, sizeof information) == sizeof information)
-        Q_EMIT received();
+        Q_EMIT received(static_cast<int>(information.ssi_signo));
 }
 
 } // namespace velq
