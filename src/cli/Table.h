@@ -3,6 +3,8 @@
 #include "cli/Command.h"
 #include "cli/Devices.h"
 #include "cli/Proxies.h"
+#include "cli/Repair.h"
+#include "cli/Restore.h"
 #include "cli/Services.h"
 #include "cli/Status.h"
 
@@ -16,6 +18,24 @@ inline constexpr Command commands[] = {
      "Shows whether the network is usable, and the interface that the traffic takes.\n"
      "Sends no packet.",
      "there is no connection", simple<status>, NeedsKeeper},
+    {"repair", "bring the connection back",
+     "Brings the connection back: switches on every interface and every service, and\n"
+     "lets Ethernet and Wi-Fi ask for addresses. Needs the administrator's rights and\n"
+     "may ask for a password. Does nothing while the network is usable. The settings\n"
+     "that it changes, velq restore puts back.",
+     "there still is no connection", simple<repair>, NeedsKeeper},
+    {"restore",
+     "put back what a repair has changed",
+     "Puts the settings of a service back as they were before a repair or a speed-up\n"
+     "of Velq's first changed them: how it gets its address, its name servers, its\n"
+     "MTU, its place in the order of the services. What somebody else has changed in\n"
+     "them since then goes, too. NetworkManager keeps them, and must run. Needs the\n"
+     "administrator's rights and may ask for a password.",
+     "they could not be put back",
+     restore,
+     NeedsKeeper,
+     {},
+     &restoredService},
     {"services", "list the network services",
      "Lists the computer's network services, each with its interface, its hardware\n"
      "address, its IPv4 address, whether it is enabled, and whether its link is\n"
