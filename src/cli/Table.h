@@ -2,6 +2,9 @@
 
 #include "cli/Command.h"
 #include "cli/Devices.h"
+#include "cli/Diagnose.h"
+#include "cli/Examination.h"
+#include "cli/Ignore.h"
 #include "cli/Proxies.h"
 #include "cli/Repair.h"
 #include "cli/Restore.h"
@@ -11,6 +14,9 @@
 namespace velq::cli
 {
 
+/// What the commands that scan take.
+inline constexpr Option scannerOptions[] = {repairOption};
+
 /// All commands, those first that a person without a connection needs. What is called, helped with,
 /// completed and described in the manual comes from here.
 inline constexpr Command commands[] = {
@@ -18,6 +24,14 @@ inline constexpr Command commands[] = {
      "Shows whether the network is usable, and the interface that the traffic takes.\n"
      "Sends no packet.",
      "there is no connection", simple<status>, NeedsKeeper},
+    {"diagnose", "find out what breaks the connection",
+     "Looks which link of the chain is broken: cable, address, name server, proxy or\n"
+     "router. Repairing needs the administrator's rights and may ask for a password;\n"
+     "what there is to decide is asked at the terminal, and where nobody can answer,\n"
+     "the first answer is taken. The settings that it changes, velq restore puts back.\n"
+     "Interrupted, it stops after the step in hand and says how far it came;\n"
+     "interrupted again, it ends at once.",
+     "something is wrong, or still is", diagnose, Kept | NeedsKeeper, scannerOptions},
     {"repair", "bring the connection back",
      "Brings the connection back: switches on every interface and every service, and\n"
      "lets Ethernet and Wi-Fi ask for addresses. Needs the administrator's rights and\n"
@@ -48,6 +62,16 @@ inline constexpr Command commands[] = {
     {"proxies", "list the proxies in use",
      "Lists the proxies that are switched on for the service that the traffic takes.", nullptr,
      simple<proxies>},
+    {"ignore",
+     "ignore an issue, or no longer",
+     "Turns the lasting choice to ignore an issue round, and says what it is now: the\n"
+     "same words again take it back. The keys are in what the scans print for\n"
+     "programs, and in the manual.",
+     nullptr,
+     ignore,
+     0,
+     {},
+     &ignoreKey},
 };
 
 } // namespace velq::cli
