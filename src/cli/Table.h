@@ -1,10 +1,12 @@
 #pragma once
 
+#include "cli/Accelerate.h"
 #include "cli/Command.h"
 #include "cli/Devices.h"
 #include "cli/Diagnose.h"
 #include "cli/Examination.h"
 #include "cli/Ignore.h"
+#include "cli/Optimize.h"
 #include "cli/Proxies.h"
 #include "cli/Repair.h"
 #include "cli/Restore.h"
@@ -16,6 +18,7 @@ namespace velq::cli
 
 /// What the commands that scan take.
 inline constexpr Option scannerOptions[] = {repairOption};
+inline constexpr Option speedupOptions[] = {speedupOption};
 
 /// All commands, those first that a person without a connection needs. What is called, helped with,
 /// completed and described in the manual comes from here.
@@ -62,6 +65,20 @@ inline constexpr Command commands[] = {
     {"proxies", "list the proxies in use",
      "Lists the proxies that are switched on for the service that the traffic takes.", nullptr,
      simple<proxies>},
+    {"optimize", "find out what slows the connection down",
+     "Looks at what slows down a connection that works: which network card has\n"
+     "priority, the MTU, the card cache, and the name servers. The speed-up sets the\n"
+     "order of the services, the MTU of the current interface and a public name\n"
+     "server, which velq restore takes back; it needs the administrator's rights and\n"
+     "may ask for a password. The card cache is told of, but not emptied.",
+     "something slows the connection down, or still does", optimize, Kept, speedupOptions},
+    {"accelerate", "find out which applications could be faster",
+     "Looks whether Safari lays pages out early, and whether the hosts of iCloud,\n"
+     "iTunes and the App Store are accelerated. The speed-up sets Safari's preference\n"
+     "and appends lines to the hosts file, which everybody may write from then on; for\n"
+     "both reading and writing that file it needs the administrator's rights and may\n"
+     "ask for a password.",
+     "an acceleration is off, or still is", accelerate, Kept, speedupOptions},
     {"ignore",
      "ignore an issue, or no longer",
      "Turns the lasting choice to ignore an issue round, and says what it is now: the\n"
