@@ -5,7 +5,9 @@
 #include "cli/Devices.h"
 #include "cli/Diagnose.h"
 #include "cli/Examination.h"
+#include "cli/Helper.h"
 #include "cli/Ignore.h"
+#include "cli/Monitor.h"
 #include "cli/Optimize.h"
 #include "cli/Proxies.h"
 #include "cli/Repair.h"
@@ -89,6 +91,25 @@ inline constexpr Command commands[] = {
      0,
      {},
      &ignoreKey},
+    {"monitor",
+     "install the monitor, or start and stop it",
+     "Installs the monitor for you, so that it runs now and from each log-in on,\n"
+     "removes it again, starts it, or stops it until the next log-in.",
+     "it did not come to that",
+     monitor,
+     ToolsSpeak,
+     {},
+     &monitorAction},
+    {"helper",
+     "show or remove the helper that works as root",
+     "Shows whether the helper that runs Velq's commands as root is there, as it was\n"
+     "installed, and serves you; or removes it, which needs the administrator's\n"
+     "password.",
+     "it does not serve you, or could not be removed",
+     helper,
+     0,
+     {},
+     &helperAction},
 };
 
 } // namespace velq::cli
