@@ -7,6 +7,7 @@
 #include "cli/Examination.h"
 #include "cli/Helper.h"
 #include "cli/Ignore.h"
+#include "cli/MachineReport.h"
 #include "cli/Monitor.h"
 #include "cli/Optimize.h"
 #include "cli/Proxies.h"
@@ -21,6 +22,7 @@ namespace velq::cli
 /// What the commands that scan take.
 inline constexpr Option scannerOptions[] = {repairOption};
 inline constexpr Option speedupOptions[] = {speedupOption};
+inline constexpr Option reportOptions[] = {privateOption};
 
 /// All commands, those first that a person without a connection needs. What is called, helped with,
 /// completed and described in the manual comes from here.
@@ -91,6 +93,12 @@ inline constexpr Command commands[] = {
      0,
      {},
      &ignoreKey},
+    {"report", "tell what somebody who is to help must know",
+     "Tells the versions of Velq, the system and the tools, the network services and\n"
+     "proxies, and what the last scans found, for a letter that asks for help.\n"
+     "Addresses, hardware addresses and names of networks, computers and people are\n"
+     "blanked unless asked for. Changes nothing.",
+     nullptr, machineReport, 0, reportOptions},
     {"monitor",
      "install the monitor, or start and stop it",
      "Installs the monitor for you, so that it runs now and from each log-in on,\n"
