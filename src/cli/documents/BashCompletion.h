@@ -1,0 +1,11 @@
+#pragma once
+
+#include <QString>
+
+namespace velq::cli
+{
+
+/// What bash runs to complete the command's arguments.
+QString bashCompletion();
+
+} // namespace velq::cli
