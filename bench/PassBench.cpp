@@ -1,6 +1,7 @@
 // One pass of the device watch beside `ip neigh`, run and read to its end the same way. The number
 // of neighbours that there are is in VELQ_BENCH_NEIGHBOURS.
 
+#include "bench/CpuCounters.h"
 #include "devices/WifiDeviceScanner.h"
 #include "platform/UserNotificationCenter.h"
 #include "shell/process/ChildProcess.h"
@@ -8,8 +9,6 @@
 #include <benchmark/benchmark.h>
 
 #include <QtGlobal>
-
-#include <sys/resource.h>
 
 namespace velq::bench
 {
@@ -21,42 +20,6 @@ class NoNotifications : public UserNotificationCenter
 {
 public:
     void deliver(const UserNotification &) override { }
-};
-
-double seconds(const timeval &time)
-{
-    constexpr double micro = 1e-6;
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) * micro;
-}
-
-double cpuOf(int who)
-{
-    rusage used{};
-    getrusage(who, &used);
-    return seconds(used.ru_utime) + seconds(used.ru_stime);
-}
-
-/// Adds to a benchmark the CPU seconds of one turn, this process's and its children's.
-class CpuCounters
-{
-public:
-    explicit CpuCounters(benchmark::State &state)
-        : m_state(state)
-    {
-    }
-    CpuCounters(const CpuCounters &) = delete;
-    CpuCounters &operator=(const CpuCounters &) = delete;
-    ~CpuCounters()
-    {
-        const auto perTurn = benchmark::Counter::kAvgIterations;
-        m_state.counters["own"] = {cpuOf(RUSAGE_SELF) - m_own, perTurn};
-        m_state.counters["children"] = {cpuOf(RUSAGE_CHILDREN) - m_children, perTurn};
-    }
-
-private:
-    benchmark::State &m_state;
-    double m_own = cpuOf(RUSAGE_SELF);
-    double m_children = cpuOf(RUSAGE_CHILDREN);
 };
 
 void pass(benchmark::State &state)

@@ -58,9 +58,10 @@ BUS_NAME = "org.freedesktop.DBus"
 
 
 class Desk:
-    """Where programs run; `environment` is theirs."""
+    """Where programs run; `environment` is theirs. Without a screen there is no session either."""
 
-    def __init__(self):
+    def __init__(self, screen=True):
+        self.screen = screen
         self.stack = contextlib.ExitStack()
 
     def __enter__(self):
@@ -69,9 +70,10 @@ class Desk:
             stack.callback(shutil.rmtree, self.folder, ignore_errors=True)
             self.stack = stack
             self.environment = self.make_environment()
-            self.start_screen()
-            self.start_bus("DBUS_SESSION_BUS_ADDRESS", "session")
-            self.start("openbox", "--sm-disable")
+            if self.screen:
+                self.start_screen()
+                self.start_bus("DBUS_SESSION_BUS_ADDRESS", "session")
+                self.start("openbox", "--sm-disable")
             self.stack = stack.pop_all()
         return self
 

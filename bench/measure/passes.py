@@ -1,12 +1,10 @@
 """One pass of the device watch, in networks of different sizes."""
 
-import os
-import pathlib
 import subprocess
 
 import table
 from benchmarks import medians
-from processes import programs
+from processes import tools_first
 
 SIZES = {10: "", 1000: "", 10000: "<= 1.5"}
 LINK = ["link add eth0 type veth peer name cable", "link set cable up", "link set eth0 up",
@@ -25,16 +23,9 @@ def make(size):
     subprocess.run(["ip", "-batch", "-"], input="\n".join(commands), text=True, check=True)
 
 
-def search_path():
-    netstat = programs().get("netstat")
-    if not netstat:
-        raise RuntimeError("this build has no netstat to run a pass with")
-    return f"{pathlib.Path(netstat).parent}:{os.environ['PATH']}"
-
-
 def rows(size, target, quick):
     make(size)
-    found = medians("PassBench", quick, PATH=search_path(), VELQ_BENCH_NEIGHBOURS=str(size))
+    found = medians("PassBench", quick, PATH=tools_first(), VELQ_BENCH_NEIGHBOURS=str(size))
     ours, theirs = found["pass"], found["ipNeigh"]
     yield table.row(f"{size:,} neighbours, ms", ours["real_time"] / 1e3, "ip neigh", theirs["real_time"] / 1e3, target)
     for counter, text in (("own", "CPU of the caller"), ("children", "CPU of the tool")):

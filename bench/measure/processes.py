@@ -14,6 +14,15 @@ def programs():
     return dict(line.split("=", 1) for line in text.split())
 
 
+def tool(name):
+    return str(pathlib.Path(programs()["netstat"]).with_name(name))
+
+
+def tools_first():
+    """A search path with the built tools in front of the system's."""
+    return f"{pathlib.Path(tool('netstat')).parent}:{os.environ['PATH']}"
+
+
 def wait_for(condition, seconds, what):
     end = time.monotonic() + seconds
     while not condition():
