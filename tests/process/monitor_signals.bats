@@ -46,10 +46,14 @@ setup_connected()
 }
 
 @test "a signal that comes while it starts ends it too" {
-    start_monitor monitor
-    kill -TERM "${pids[monitor]}"
-    wait_for monitor
-    # As the kernel does it, or as the program does.
-    [[ $status == 0 || $status == 143 ]]
-    [[ ! -s $here/monitor.err ]]
+    local delay
+    for delay in 0 0.003 0.01 0.02 0.04 0.07 0.1 0.2; do
+        start_monitor "after $delay s"
+        pause $delay
+        kill -TERM "${pids["after $delay s"]}"
+        wait_for "after $delay s"
+        # As the kernel does it, or as the program does.
+        [[ $status == 0 || $status == 143 ]]
+        [[ ! -s "$here/after $delay s.err" ]]
+    done
 }

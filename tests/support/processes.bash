@@ -41,6 +41,19 @@ start()
     # Bats waits until nobody holds its descriptor 3.
     "$@" >"$here/$name.out" 2>"$here/$name.err" <"${input:-/dev/null}" 3>&- &
     pids[$name]=$!
+    [[ $(type -t "$1") != file ]] || await_program "${pids[$name]}"
+}
+
+# await_program PID: this shell's child has become another program. A signal that comes before may be lost: bash's own
+# handler takes it, and what takes the shell's place never hears of it.
+await_program()
+{
+    local own theirs
+    mapfile -d '' own <"/proc/$$/cmdline"
+    theirs=("${own[@]}")
+    while [[ ${theirs[*]} == "${own[*]}" ]]; do
+        mapfile -d '' theirs 2>/dev/null <"/proc/$1/cmdline" || theirs=()
+    done
 }
 
 # The words before a command of start, after those that change its namespaces: it ends when the test's shell
