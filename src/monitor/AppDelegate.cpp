@@ -2,7 +2,6 @@
 
 #include "common/NotificationCenter.h"
 #include "common/Reachability.h"
-#include "common/Text.h"
 #include "devices/WifiDeviceScanner.h"
 #include "install/MonitorInstaller.h"
 #include "monitor/MenuInterface.h"

@@ -1,4 +1,3 @@
-#include "devices/WifiDeviceScanner.h"
 #include "monitor/AppDelegate.h"
 #include "monitor/MainInterface.h"
 #include "platform/DistributedNotificationCenter.h"
