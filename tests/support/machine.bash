@@ -87,10 +87,17 @@ await_machine()
 stop_machine()
 {
     if [[ -n ${pids[machine]:-} ]]; then
+        [[ -n ${BATS_TEST_COMPLETED:-} ]] || tell_last_words
         kill -KILL "${pids[machine]}" 2>/dev/null || true
         wait_for machine 2>/dev/null
         forget_machine "$$"
     fi
+}
+
+# What a test that has failed leaves to tell why: its machine's journal is gone with it. The machine may hang.
+tell_last_words()
+{
+    ((${#machine[@]} == 0)) || timeout -k 1 10 "${machine[@]}" journalctl --no-pager --lines=40 || true
 }
 
 # Control groups outlive their processes: those of machines whose test is no more.
