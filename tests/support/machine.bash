@@ -142,11 +142,21 @@ add_user()
 session_run=(systemd-run --quiet --pipe --wait --collect -p PAMName=login -E XDG_SESSION_CLASS=user -E LANG=C.UTF-8
     -E PATH=/usr/local/bin:/usr/bin:/bin:/usr/sbin:/sbin)
 
+# The log-in is answered before the person is written down as active, which is what polkit goes by.
+# shellcheck disable=SC2016 # the script's own
+once_active='
+for _ in $(seq 200); do
+    grep -qs "^STATE=active" "/run/systemd/users/$(id -u)" && break
+    sleep 0.02
+done
+exec "$@"'
+
 # at_seat USER COMMAND...: in a session of that person at the machine's own screen, which is active.
 at_seat()
 {
     local user=$1
     shift
+    set -- sh -c "$once_active" sh "$@"
     "${machine[@]}" "${session_run[@]}" --uid="$user" -p "WorkingDirectory=$(home_of "$user")" \
         -E XDG_SEAT=seat0 -E XDG_SESSION_TYPE=x11 -- "${@//\$/\$\$}"
 }
