@@ -1,5 +1,7 @@
 #include "unit/daemon/CommandRun.h"
 
+#include "unit/daemon/EventLoop.h"
+
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -13,15 +15,6 @@ namespace velq::testing
 
 namespace
 {
-
-constexpr std::chrono::seconds patience{40};
-
-daemon::Event newLoop()
-{
-    sd_event *loop = nullptr;
-    daemon::demand(sd_event_new(&loop), "sd_event_new");
-    return daemon::Event(loop);
-}
 
 void blockSignals()
 {
@@ -46,13 +39,7 @@ CommandRun::CommandRun(std::string path, std::vector<std::string> arguments,
 
 bool CommandRun::runUntil(const std::function<bool()> &condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        sd_event_run(m_loop.get(), 20000);
-    }
-    return true;
+    return testing::runUntil(m_loop.get(), condition);
 }
 
 std::optional<daemon::Outcome> CommandRun::outcome()

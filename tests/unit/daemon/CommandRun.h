@@ -33,10 +33,10 @@ public:
     CommandRun &operator=(const CommandRun &) = delete;
     ~CommandRun() = default;
 
-    /// Runs the loop until the command has ended; empty when it does not within twenty seconds.
+    /// Runs the loop until the command has ended; empty when it does not in time.
     std::optional<daemon::Outcome> outcome();
 
-    /// Runs the loop until then. False when it is not so within twenty seconds.
+    /// Runs the loop until then. False when it does not become so in time.
     bool runUntil(const std::function<bool()> &condition);
 
 private:

@@ -1,7 +1,8 @@
 #include "unit/daemon/GateBench.h"
 
+#include "unit/daemon/EventLoop.h"
+
 #include <algorithm>
-#include <chrono>
 #include <unistd.h>
 
 namespace velq::testing
@@ -11,15 +12,6 @@ using daemon::demand;
 
 namespace
 {
-
-constexpr std::chrono::seconds patience{40};
-
-daemon::Event newLoop()
-{
-    sd_event *loop = nullptr;
-    demand(sd_event_new(&loop), "sd_event_new");
-    return daemon::Event(loop);
-}
 
 std::string textOf(const daemon::Admission::Decision &decision)
 {
@@ -191,13 +183,7 @@ void GateBench::awaitCallersEnd()
 
 bool GateBench::runUntil(const std::function<bool()> &condition)
 {
-    const auto deadline = std::chrono::steady_clock::now() + patience;
-    while (!condition()) {
-        if (std::chrono::steady_clock::now() > deadline)
-            return false;
-        sd_event_run(m_loop.get(), 20000);
-    }
-    return true;
+    return testing::runUntil(m_loop.get(), condition);
 }
 
 std::string GateBench::decision()

@@ -66,7 +66,7 @@ public:
     void callerLeaves() { m_caller.reset(); }
 
     bool runUntil(const std::function<bool()> &condition);
-    /// "Authorised", or "ERROR: REASON"; empty when there is no decision within twenty seconds.
+    /// "Authorised", or "ERROR: REASON"; empty when there is no decision in time.
     std::string decision();
     bool isDecided() const { return !m_decision.empty(); }
 
