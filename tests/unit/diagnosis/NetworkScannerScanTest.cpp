@@ -42,6 +42,21 @@ protected:
         shared.scan();
     }
 
+    // Of a computer with one service that is on, on that device; printf(1) writes the names.
+    void scanWithService(const QByteArray &service, const QByteArray &device)
+    {
+        computer.install(tools);
+        tools.addLogging(
+            QStringLiteral("networksetup"),
+            R"sh(case $1 in
+-listallhardwareports) printf '\nHardware Port: )sh"
+                + service + R"sh(\nDevice: )sh" + device
+                + R"sh(\nEthernet Address: 02\n\nHardware Port: Last\nDevice: l\nEthernet Address: 03\n' ;;
+*) echo Enabled ;;
+esac)sh");
+        shared.scan();
+    }
+
     const NetData &item(qsizetype index) const { return *shared.array()[index]; }
 
     void expectNormal(qsizetype index) const
@@ -201,24 +216,14 @@ TEST_F(ScanTest, AWrongAddressIsNamedWithItsService)
 // One on the device that no longer is, when the address is asked for.
 TEST_F(ScanTest, AbsentNamesAreShownInParentheses)
 {
-    computer.install(tools);
-    tools.addLogging(QStringLiteral("networksetup"), R"sh(case $1 in
--listallhardwareports) printf '\nHardware Port: Ethernet\nDevice: gone0\nEthernet Address: 02\n\nHardware Port: Last\nDevice: l\nEthernet Address: 03\n' ;;
-*) echo Enabled ;;
-esac)sh");
-    shared.scan();
+    scanWithService("Ethernet", "gone0");
     expectAbnormal(1, QStringLiteral("The devices below failed to obtain IP Ethernet: (null)"));
 }
 
 TEST_F(ScanTest, ANameIsShownAsItIs)
 {
     computer.gateway = "192.168.1.1";
-    computer.install(tools);
-    tools.addLogging(QStringLiteral("networksetup"), R"sh(case $1 in
--listallhardwareports) printf '\nHardware Port: %%1%%2\nDevice: lo\nEthernet Address: 02\n\nHardware Port: Last\nDevice: l\nEthernet Address: 03\n' ;;
-*) echo Enabled ;;
-esac)sh");
-    shared.scan();
+    scanWithService("%%1%%2", "lo");
     expectAbnormal(1, QStringLiteral("The devices below failed to obtain IP %1%2: 127.0.0.1"));
 }
 
