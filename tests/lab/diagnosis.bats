@@ -48,20 +48,6 @@ bits = (found["errorStatus"], found["delegate"])
 sys.exit(bits != (int(sys.argv[2]), json.loads(sys.argv[3])) and f"found {found}")' "$here/object" "$2" "$3"
 }
 
-profile_of_lan()
-{
-    "${machine[@]}" nmcli --get-values GENERAL.CONNECTION device show lan0
-}
-
-# set_up_profile SETTINGS...: changed in the profile in use, and in effect.
-set_up_profile()
-{
-    local profile
-    profile=$(profile_of_lan)
-    "${machine[@]}" nmcli connection modify "$profile" "$@"
-    "${machine[@]}" nmcli connection up "$profile" >/dev/null
-}
-
 # The host that the probes ask does not answer them; all else works.
 silence_internet()
 {
@@ -96,7 +82,7 @@ silence_internet()
     diagnose 1 16 '[16]'
     grep -qF 'The devices below failed to obtain IP Ethernet: 169.254.7.9' "$here/object"
     diagnose 0 0 '[16]' --repair
-    [[ $("${machine[@]}" nmcli --get-values ipv4.method connection show "$(profile_of_lan)") == auto ]]
+    profile_asks_for_address
     diagnose 0 0 '[]'
 }
 

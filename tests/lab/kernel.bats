@@ -9,13 +9,7 @@ setup()
     need_home_network
     # shellcheck disable=SC2119 # no options
     boot_machine
-    "${machine[@]}" ip netns add router
-    "${machine[@]}" ip link add lan0 type veth peer name far0 netns router
-    "${machine[@]}" ip -n router -batch - <<'LINES'
-link set lo up
-link set far0 up
-addr add 192.168.77.1/24 dev far0
-LINES
+    add_router
     start_home_router
 }
 

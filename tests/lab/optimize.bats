@@ -49,24 +49,10 @@ make_internet()
         --no-resolv --no-hosts --listen-address=8.8.8.8 --bind-interfaces --pid-file= --address=/#/192.0.2.80
 }
 
-profile_of_lan()
-{
-    "${machine[@]}" nmcli --get-values GENERAL.CONNECTION device show lan0
-}
-
 # in_profile FIELD
 in_profile()
 {
     "${machine[@]}" nmcli --get-values "$1" connection show "$(profile_of_lan)"
-}
-
-# set_up_profile SETTINGS...: changed in the profile in use, and in effect.
-set_up_profile()
-{
-    local profile
-    profile=$(profile_of_lan)
-    "${machine[@]}" nmcli connection modify "$profile" "$@"
-    "${machine[@]}" nmcli connection up "$profile" >/dev/null
 }
 
 mtu_of_lan()

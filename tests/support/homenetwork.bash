@@ -22,22 +22,25 @@ make_home_network()
     install_daemon
 }
 
-# The router lives in a network namespace inside the machine, and ends with it.
 make_home()
 {
     # shellcheck disable=SC2119 # no options
     boot_machine
     add_user person 4001
+    add_router
+    start_home_router
+}
+
+# It lives in a network namespace inside the machine, and ends with it.
+add_router()
+{
     "${machine[@]}" ip netns add router
-    "${machine[@]}" ip -batch - <<'LINES'
-link add lan0 type veth peer name far0 netns router
-LINES
+    "${machine[@]}" ip link add lan0 type veth peer name far0 netns router
     "${machine[@]}" ip -n router -batch - <<'LINES'
 link set lo up
 link set far0 up
 addr add 192.168.77.1/24 dev far0
 LINES
-    start_home_router
 }
 
 # It goes into the background once it listens.
@@ -105,12 +108,22 @@ service_is()
     [[ $(tool networksetup -getnetworkserviceenabled Ethernet) == "$1" ]]
 }
 
-# Kept in the profile, whose name profile is then.
+profile_of_lan()
+{
+    "${machine[@]}" nmcli --get-values GENERAL.CONNECTION device show lan0
+}
+
+# set_up_profile SETTINGS...: changed in the profile in use, whose name profile is then, and in effect.
+set_up_profile()
+{
+    profile=$(profile_of_lan)
+    "${machine[@]}" nmcli connection modify "$profile" "$@"
+    "${machine[@]}" nmcli connection up "$profile" >/dev/null
+}
+
 set_wrong_address()
 {
-    profile=$("${machine[@]}" nmcli --get-values GENERAL.CONNECTION device show lan0)
-    "${machine[@]}" nmcli connection modify "$profile" ipv4.method manual ipv4.addresses 10.9.9.9/24 ipv6.method disabled
-    "${machine[@]}" nmcli connection up "$profile" >/dev/null
+    set_up_profile ipv4.method manual ipv4.addresses 10.9.9.9/24 ipv6.method disabled
 }
 
 profile_asks_for_address()

@@ -493,7 +493,8 @@ if self.asked == 2:
     [[ $(stat -c '%a %u' "$here/state/velq/profiles/00000000-0000-4000-8000-000000000001") == '600 65534' ]]
 }
 
-@test "without NetworkManager the kernel answers" {
+make_wired_network()
+{
     "${inside[@]}" ip -batch - <<'LINES'
 link set lo up
 link add lan0 index 10 address 02:00:00:00:00:01 type veth peer name far0 index 11 address 02:00:00:00:00:02
@@ -502,6 +503,10 @@ link set far0 up
 addr add 192.168.7.2/24 dev lan0
 route add default via 192.168.7.1
 LINES
+}
+
+@test "without NetworkManager the kernel answers" {
+    make_wired_network
     expect_golden networksetup-kernel-ports -listallhardwareports
     expect_golden networksetup-kernel-info -getinfo Ethernet
     expect_success -setMTU lan0 1400
@@ -515,14 +520,7 @@ LINES
 
 @test "without NetworkManager, every form" {
     need_gnome
-    "${inside[@]}" ip -batch - <<'LINES'
-link set lo up
-link add lan0 index 10 address 02:00:00:00:00:01 type veth peer name far0 index 11 address 02:00:00:00:00:02
-link set lan0 up
-link set far0 up
-addr add 192.168.7.2/24 dev lan0
-route add default via 192.168.7.1
-LINES
+    make_wired_network
     # What the kernel's backend writes into is the test's own, and no DHCP client is to be found.
     mkdir "$here/etc"
     cp -a /etc/. "$here/etc"
