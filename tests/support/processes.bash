@@ -45,7 +45,7 @@ start()
 }
 
 # await_program PID: this shell's child has become another program. A signal that comes before may be lost: bash's own
-# handler takes it, and what takes the shell's place never hears of it.
+# handler takes it, and what takes the shell's place never hears of it. A function of the test's stays a shell.
 await_program()
 {
     local own theirs
